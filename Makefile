@@ -1,0 +1,42 @@
+# The two commands of the README: `make run` and `make test`. Each installs what is missing and builds first.
+BUILD      ?= build
+ASAN_BUILD ?= build/asan
+JOBS       ?= $(shell nproc)
+CMAKE_ARGS ?=
+PROGRAM     = $(BUILD)/tarvika
+CLI         = $(PROGRAM)/tarvika-cli
+
+.PHONY: all deps configure build run test bench asan gui stattab clean
+
+all: build
+
+deps:
+	@bash scripts/install-deps.sh
+
+$(BUILD)/build.ninja: | deps
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Release $(CMAKE_ARGS)
+
+configure: deps $(BUILD)/build.ninja
+
+build: configure
+	cmake --build $(BUILD) -j $(JOBS)
+
+run: build
+	@bash scripts/run-example.sh $(PROGRAM)
+
+test: build
+	cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 600
+
+bench: build
+	@bash scripts/run-benchmarks.sh $(BUILD)
+
+asan: deps
+	cmake -S . -B $(ASAN_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DTARVIKA_SANITIZE=ON -DTARVIKA_GUI=OFF $(CMAKE_ARGS)
+	cmake --build $(ASAN_BUILD) -j $(JOBS)
+	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 ctest --output-on-failure -j $(JOBS) --timeout 1200
+
+gui: build
+	$(PROGRAM)/tarvika
+
+clean:
+	rm -rf $(BUILD)

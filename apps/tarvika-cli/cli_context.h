@@ -1,0 +1,33 @@
+#pragma once
+// What every command of the headless program shares: the program folder, the session
+// language, and a UserChannel that writes to standard error and answers from --answer.
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+#include "workspace/user_channel.h"
+#include "lang/language.h"
+
+namespace tarvika::cli {
+
+// Exit status of an input error (bad file, unknown variable, bad parameter).
+inline constexpr int kInputError = 2;
+
+// Tells on standard error; asks by taking the next prepared answer, else cancels.
+class StderrChannel : public ScriptedChannel {
+ public:
+  StderrChannel() : ScriptedChannel(Answer::Cancel) {}
+  void Tell(std::string_view message) override;
+};
+
+struct CliContext {
+  std::string programDir;  // the executable's folder unless --program-dir is given
+  StderrChannel user;
+  int exitCode = 0;  // set by the command that ran
+};
+
+// The folder that holds the executable.
+std::string ExecutableFolder();
+
+}  // namespace tarvika::cli

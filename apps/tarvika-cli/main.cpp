@@ -1,0 +1,23 @@
+// tarvika-cli: everything the desktop program does, from a shell.
+
+#include <CLI/CLI.hpp>
+
+#include "cli_context.h"
+
+int main(int argc, char** argv) {
+  tarvika::cli::CliContext context;
+  CLI::App app{"Tarvika 2.0, headless: statistics for the social and behavioural sciences"};
+  app.require_subcommand(1);
+  app.add_option("--program-dir", context.programDir, "The program folder (default: the executable's folder)");
+
+  // Commands register here, one file each: void RegisterX(CLI::App&, CliContext&), whose
+  // callback does the work and sets context.exitCode.
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& e) {
+    int code = app.exit(e);
+    return code == 0 ? 0 : tarvika::cli::kInputError;
+  }
+  return context.exitCode;
+}

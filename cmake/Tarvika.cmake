@@ -1,0 +1,32 @@
+# Helpers shared by the CMakeLists of the source folders.
+
+# tarvika_library(NAME <lib> SOURCES ... DEPENDS ...)
+# A static library of the core, with src/ as its include root.
+function(tarvika_library)
+  cmake_parse_arguments(T "" "NAME" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${T_NAME} STATIC ${T_SOURCES})
+  target_include_directories(${T_NAME} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${T_NAME} PUBLIC ${T_DEPENDS})
+endfunction()
+
+# tarvika_test(NAME <test> SOURCES ... DEPENDS ...)
+# A GoogleTest executable, registered with CTest; runs with the source tree's tests/ as TARVIKA_TEST_DATA.
+function(tarvika_test)
+  cmake_parse_arguments(T "" "NAME" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${T_NAME} ${T_SOURCES})
+  target_link_libraries(${T_NAME} PRIVATE ${T_DEPENDS} GTest::gtest GTest::gtest_main GTest::gmock)
+  target_compile_definitions(${T_NAME} PRIVATE
+    TARVIKA_TEST_DATA="${CMAKE_SOURCE_DIR}/tests"
+    TARVIKA_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+    TARVIKA_PROGRAM_DIR="${TARVIKA_PROGRAM_DIR}")
+  include(GoogleTest)
+  gtest_discover_tests(${T_NAME} DISCOVERY_TIMEOUT 60)
+endfunction()
+
+# tarvika_bench(NAME <bench> SOURCES ... DEPENDS ...)
+function(tarvika_bench)
+  cmake_parse_arguments(T "" "NAME" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${T_NAME} ${T_SOURCES})
+  target_link_libraries(${T_NAME} PRIVATE ${T_DEPENDS} benchmark::benchmark)
+  set_property(GLOBAL APPEND PROPERTY TARVIKA_BENCHES ${T_NAME})
+endfunction()

@@ -1,0 +1,82 @@
+#pragma once
+// A rectangular table of text cells addressed by (column, row), both counted from 0.
+//
+// Storage is column-wise and compact, because the data table must hold a million cases by
+// a thousand variables: each cell is an 8-byte slot that holds a text of up to 7 bytes
+// inline; a longer text lives in the column's character arena and the slot holds its
+// offset. There is no heap string per cell. Writing cells in row order (as a load does)
+// and reading one column are both cheap.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvika {
+
+class StringTable {
+ public:
+  StringTable() = default;
+  StringTable(int colCount, int rowCount) { Resize(colCount, rowCount); }
+
+  int ColCount() const { return static_cast<int>(columns_.size()); }
+  int RowCount() const { return rows_; }
+  // Growing adds empty cells, shrinking drops the last columns or rows.
+  void SetColCount(int n);
+  void SetRowCount(int n);
+  void Resize(int colCount, int rowCount);
+
+  // The view stays valid until the next write into the same column.
+  // Reading outside the table gives an empty text.
+  std::string_view GetCell(int c, int r) const;
+  // Writing outside the table is ignored. The text is stored as given.
+  void SetCell(int c, int r, std::string_view s);
+
+  std::vector<std::string> Column(int c) const;
+  std::vector<std::string> Row(int r) const;
+  // Stores a whole column or row; missing entries become empty, surplus ones are ignored.
+  void SetColumn(int c, const std::vector<std::string>& cells);
+  void SetRow(int r, const std::vector<std::string>& cells);
+
+  // Inserts empty columns before column c, or removes them; rows likewise. These move
+  // whole columns at once, as inserting and deleting variables and cases do.
+  void InsertColumns(int c, int count);
+  void DeleteColumns(int c, int count);
+  void InsertRows(int r, int count);
+  void DeleteRows(int r, int count);
+
+  // Empties every cell, keeping the size.
+  void ClearCells();
+
+  // Bytes held for the cells (slots and arenas), for the capacity benchmark.
+  std::size_t MemoryBytes() const;
+
+ private:
+  struct Slot {
+    // Bytes 0..6 hold an inline text, byte 7 its length. With byte 7 == kLong, bytes 0..6
+    // hold the little-endian offset of a record in the arena: a 4-byte length, then text.
+    unsigned char bytes[8];
+  };
+  static constexpr unsigned char kLong = 0xFF;
+  static constexpr std::size_t kInlineMax = 7;
+
+  struct ColumnStore {
+    std::vector<Slot> slots;
+    std::string arena;
+    std::size_t garbage = 0;  // arena bytes no slot refers to any more
+  };
+
+  static Slot EmptySlot() { return Slot{}; }
+  static bool IsLong(const Slot& s) { return s.bytes[7] == kLong; }
+  static std::uint64_t OffsetOf(const Slot& s);
+  static std::uint32_t LongLength(const ColumnStore& col, const Slot& s);
+  static std::string_view View(const ColumnStore& col, const Slot& s);
+  static void Release(ColumnStore& col, const Slot& s);
+  static void Store(ColumnStore& col, Slot& slot, std::string_view s);
+  static void Compact(ColumnStore& col);
+
+  std::vector<ColumnStore> columns_;
+  int rows_ = 0;
+};
+
+}  // namespace tarvika
