@@ -37,6 +37,9 @@ class Workspace {
   UserChannel& user;
   WindowHooks hooks;
 
+  // The program folder: settings files ("default.var", "last.mod"), "output", "stattab".
+  std::string programFolder = ".";
+
   Language language;
   // Every numeric string in the tables uses it (the "Decimal separator" setting).
   char decimalSeparator;
