@@ -2,8 +2,10 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 
+#include "lang/language_files.h"
 #include "workspace/main_menu.h"
 #include "workspace/session.h"
 
@@ -167,20 +169,24 @@ TEST_F(ProgramFolder, AnImportedFileAsksBeforeOverwritingAProject) {
   EXPECT_EQ(s.ProjectNameForImport(taken), taken);
 }
 
-TEST(MainMenu, EveryEntryHasBothCaptionsAndAUniqueCommand) {
+TEST(MainMenu, EveryEntryHasACaptionInBothLanguageFilesAndAUniqueCommand) {
+  auto english = LanguageTexts::Load(TARVIKA_SOURCE_DIR "/data", Language::English);
+  auto hungarian = LanguageTexts::Load(TARVIKA_SOURCE_DIR "/data", Language::Hungarian);
+  ASSERT_TRUE(english && hungarian);
   std::vector<std::string_view> commands;
   std::function<void(const std::vector<MenuEntry>&)> walk = [&](const std::vector<MenuEntry>& entries) {
     for (const MenuEntry& e : entries) {
-      EXPECT_FALSE(e.english.empty());
-      EXPECT_FALSE(e.hungarian.empty());
-      EXPECT_NE(e.command.empty(), e.children.empty()) << e.english;
+      EXPECT_FALSE(english->Caption(e.tag).empty()) << e.tag;
+      EXPECT_FALSE(hungarian->Caption(e.tag).empty()) << e.tag;
+      EXPECT_NE(e.command.empty(), e.children.empty()) << e.tag;
       if (!e.command.empty()) commands.push_back(e.command);
       walk(e.children);
     }
   };
   walk(MainMenu());
   ASSERT_EQ(MainMenu().size(), 9u);
-  EXPECT_EQ(MainMenu()[6].children[0].english, "Basics (single sample analyses)");
+  EXPECT_EQ(english->Caption(MainMenu()[6].children[0].tag), "Basics (single sample analyses)");
+  EXPECT_EQ(hungarian->Caption(MainMenu()[2].children[0].tag), "Visszaállít / &Undo");
   std::sort(commands.begin(), commands.end());
   EXPECT_EQ(std::adjacent_find(commands.begin(), commands.end()), commands.end());
   EXPECT_TRUE(CommandIsBuilt("analysis.single"));
