@@ -19,4 +19,8 @@ std::string ExecutableFolder() {
   return exe.parent_path().string();
 }
 
+std::string ProgramFolder(const CliContext& context) {
+  return context.programDir.empty() ? ExecutableFolder() : context.programDir;
+}
+
 }  // namespace tarvika::cli

@@ -24,10 +24,14 @@ class StderrChannel : public ScriptedChannel {
 struct CliContext {
   std::string programDir;  // the executable's folder unless --program-dir is given
   StderrChannel user;
+  Language language = Language::English;  // --lang hu for Hungarian
   int exitCode = 0;  // set by the command that ran
 };
 
 // The folder that holds the executable.
 std::string ExecutableFolder();
+
+// The program folder of the session: --program-dir, else the executable's folder.
+std::string ProgramFolder(const CliContext& context);
 
 }  // namespace tarvika::cli
