@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <charconv>
 #include <cstring>
 #include <filesystem>
@@ -294,6 +295,31 @@ void ShowRowProgress(const Workspace& ws, int r, int m) {
   ws.ShowProgress(fmt::format("{}{} / {}", ws.Text("Loading cases: ", "Esetek betöltése: "), r, m));
 }
 
+// The first tab in [p, e), or e. Eight bytes at a time while they are there: most fields
+// are shorter, and a byte loop would guess their ends wrong.
+inline const char* FindTab(const char* p, const char* e) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+  constexpr std::uint64_t kHighs = 0x8080808080808080ULL;
+  while (e - p >= 8) {
+    std::uint64_t w;
+    std::memcpy(&w, p, 8);
+    std::uint64_t x = w ^ (kOnes * '\t');
+    std::uint64_t hit = (x - kOnes) & ~x & kHighs;
+    if (hit != 0) return p + (__builtin_ctzll(hit) >> 3);
+    p += 8;
+  }
+  while (p != e && *p != '\t') ++p;
+  return p;
+}
+
+// The separator of a clean number: its "." or ",", or none.
+const char* SeparatorOf(std::string_view number) {
+  for (const char& c : number) {
+    if (c == '.' || c == ',') return &c;
+  }
+  return nullptr;
+}
+
 // Reads the m data lines into the workspace. The field is carried over from column to
 // column and from row to row: a row that runs out of tabs repeats its last cut field up
 // to the column before the last, and the last column takes what is left.
@@ -302,12 +328,19 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
   const int n = data.NumberOfVariables();
   const int m = data.NumberOfCases();
   const char sep = ws.decimalSeparator;
-  std::string field;
+  // The field is a view: into the line, or into one of these when it had to change.
+  std::string_view field;
+  std::string changed;  // a cleaned number that differs from its text
+  std::string carried;  // the field kept over from the row before
   std::string converted;
   std::string_view raw;
   for (int r = 1; r <= m; ++r) {
     ShowRowProgress(ws, r, m);
     SetCaseNumber(data, r);
+    if (!field.empty() && field.data() != changed.data() && field.data() != carried.data()) {
+      carried.assign(field);  // the line it points into is about to go
+      field = carried;
+    }
     if (!in.Next(raw)) throw DamagedFile{};
     std::string_view line = raw;
     if (!IsAscii(raw)) {
@@ -318,19 +351,25 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
     const char* p = line.data();
     const char* const e = p + line.size();
     for (int c = 1; c <= n; ++c) {
-      const char* tab = p;
-      while (tab != e && *tab != '\t') ++tab;
+      const char* tab = FindTab(p, e);
       bool cut = true;
       if (c == n) {
-        field.assign(p, tab);
+        field = std::string_view(p, static_cast<std::size_t>(tab - p));
       } else if (tab != e) {
-        field.assign(p, tab);
+        field = std::string_view(p, static_cast<std::size_t>(tab - p));
         p = tab + 1;
-        if (field.size() == 1 && field[0] == ' ') field.clear();
+        if (field.size() == 1 && field[0] == ' ') field = {};
       } else {
         cut = false;  // the row ended too soon: keep the field
       }
-      if (cut && numeric[c]) CleanNumericField(field, sep);
+      if (cut && numeric[c] && !field.empty()) {
+        const char* s = SeparatorOf(field);
+        if (!IsCleanNumber(field) || (s != nullptr && *s != sep)) {
+          changed.assign(field);
+          CleanNumericField(changed, sep);
+          field = changed;
+        }
+      }
       data.SetCell(c, r, field);
     }
   }
@@ -407,7 +446,9 @@ class AtomicFile {
     return true;
   }
 
-  bool Commit() {
+  // sync: wait until the bytes are on the disk before the rename (for the project itself;
+  // the small settings files go without).
+  bool Commit(bool sync) {
     struct stat st;
     mode_t mode;
     if (::stat(target_.c_str(), &st) == 0) {
@@ -417,7 +458,7 @@ class AtomicFile {
       ::umask(mask);
       mode = 0666 & ~mask;
     }
-    if (::fchmod(fd_, mode) != 0 || ::fsync(fd_) != 0) return Fail();
+    if (::fchmod(fd_, mode) != 0 || (sync && ::fsync(fd_) != 0)) return Fail();
     int fd = fd_;
     fd_ = -1;
     if (::close(fd) != 0) return Fail();
@@ -471,7 +512,7 @@ bool WriteTextLines(const std::string& path, const std::vector<std::string>& lin
     bytes.append("\r\n");
   }
   AtomicFile out(path);
-  bool ok = out.Open() && out.Write(bytes) && out.Commit();
+  bool ok = out.Open() && out.Write(bytes) && out.Commit(false);
   if (!ok && error != nullptr) *error = out.error();
   return ok;
 }
@@ -704,7 +745,7 @@ bool SaveProject(Workspace& ws, const std::string& givenPath) {
     return false;
   }
   ProjectWriter writer(ws, out);
-  if (!WriteProject(ws, writer) || !out.Commit()) {
+  if (!WriteProject(ws, writer) || !out.Commit(true)) {
     ws.ShowProgress("");
     TellWriteFailure(ws, path, out.error());
     return false;
