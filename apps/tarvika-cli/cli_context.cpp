@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <iostream>
 
+#include "workspace/numbers.h"
+
 namespace tarvika::cli {
 
 void StderrChannel::Tell(std::string_view message) {
@@ -21,6 +23,12 @@ std::string ExecutableFolder() {
 
 std::string ProgramFolder(const CliContext& context) {
   return context.programDir.empty() ? ExecutableFolder() : context.programDir;
+}
+
+Workspace MakeWorkspace(CliContext& context) {
+  Workspace ws(context.user, context.language, DecimalSeparatorFromLocale());
+  ws.programFolder = ProgramFolder(context);
+  return ws;
 }
 
 }  // namespace tarvika::cli

@@ -8,6 +8,7 @@
 
 #include "workspace/user_channel.h"
 #include "lang/language.h"
+#include "workspace/workspace.h"
 
 namespace tarvika::cli {
 
@@ -33,5 +34,9 @@ std::string ExecutableFolder();
 
 // The program folder of the session: --program-dir, else the executable's folder.
 std::string ProgramFolder(const CliContext& context);
+
+// A fresh workspace of the session: its language, the machine's decimal separator, the
+// program folder, and the person on standard error.
+Workspace MakeWorkspace(CliContext& context);
 
 }  // namespace tarvika::cli

@@ -35,7 +35,8 @@ void BM_LoadProject(benchmark::State& state) {
     auto result = tarvika::LoadProject(ws, ProjectPath());
     benchmark::DoNotOptimize(result);
   }
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(std::filesystem::file_size(ProjectPath())));
+  state.SetBytesProcessed(state.iterations() *
+                          static_cast<std::int64_t>(std::filesystem::file_size(ProjectPath())));
 }
 BENCHMARK(BM_LoadProject)->Unit(benchmark::kMillisecond);
 

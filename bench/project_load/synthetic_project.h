@@ -14,11 +14,13 @@ inline constexpr int kSyntheticVariables = 21;
 // Writes the project file to msw and, when tsv is given, the same table as tab-separated
 // text with a line of names. Same seed, same bytes.
 inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, std::uint64_t seed = 20240601) {
-  std::string head = "<Tarvika_for_windows>=2.0;\r\n<variables>=21;\r\n<cases>=" + std::to_string(cases) + ";\r\n";
+  std::string head =
+      "<Tarvika_for_windows>=2.0;\r\n<variables>=21;\r\n<cases>=" + std::to_string(cases) + ";\r\n";
   std::string names;
   for (int i = 1; i <= kSyntheticVariables; ++i) {
     std::string name = (i <= 6 ? "item" : i <= 13 ? "score" : "meas") + std::to_string(i);
-    head += "#=" + std::to_string(i) + ";\r\n<name>=" + name + ";\r\n<longname>=;\r\n$num=0_0;\r\n<assign>=none;\r\n"
+    head += "#=" + std::to_string(i) + ";\r\n<name>=" + name +
+            ";\r\n<longname>=;\r\n$num=0_0;\r\n<assign>=none;\r\n"
             "<labels>=;\r\n<help>=;\r\n<missing>=;\r\n";
     names += (i > 1 ? "\t" : "") + name;
   }

@@ -1,19 +1,18 @@
 #include "workspace/project_file.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <optional>
 #include <utility>
-
-#include <fmt/format.h>
 
 #include "lang/cp1250.h"
 #include "lang/utf8.h"
@@ -53,8 +52,8 @@ class LineReader {
 
   int fd_;
   std::vector<char> buf_;
-  std::size_t begin_ = 0;  // first unread byte
-  std::size_t end_ = 0;    // end of the bytes read
+  std::size_t begin_ = 0;    // first unread byte
+  std::size_t end_ = 0;      // end of the bytes read
   std::size_t lf_ = kStale;  // the next LF at or after begin_, end_ when none was read
   bool eof_ = false;
 };
@@ -227,7 +226,8 @@ void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuatio
       int m = WholeValue(value, 0, kMaxCases);
       t.data.SetRowCount(1);
       t.data.SetRowCount(m + 1);
-      ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m, ws.Text(" case)", " eset)")));
+      ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m,
+                                  ws.Text(" case)", " eset)")));
     } else if (key == "#") {
       v = WholeValue(value, -1000000000, 1000000000);
     } else if (key == "<name>") {
@@ -483,7 +483,8 @@ class AtomicFile {
 };
 
 void TellWriteFailure(Workspace& ws, const std::string& path, const std::string& error) {
-  ws.user.Tell(fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
+  ws.user.Tell(
+      fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
 }
 
 std::string ProgramFile(const Workspace& ws, std::string_view name) {
@@ -554,7 +555,8 @@ class ProjectWriter {
   ProjectWriter(Workspace& ws, AtomicFile& out) : ws_(ws), out_(out) { buf_.reserve(kFlush + 4096); }
 
   // A header line: the parts, then CR LF. where names the cell for the message.
-  bool Line(std::string_view head, std::string_view value, std::string_view tail, std::string_view where = {}) {
+  bool Line(std::string_view head, std::string_view value, std::string_view tail,
+            std::string_view where = {}) {
     buf_.append(head);
     Text(value, where);
     buf_.append(tail);
@@ -574,7 +576,8 @@ class ProjectWriter {
     if (IsAscii(text)) {
       buf_.append(text);
     } else if (AppendUtf8AsCp1250(text, buf_) > 0) {
-      Note(fmt::format("{}, {}", ws_.data.GetCell(c, 0), fmt::format(fmt::runtime(ws_.Text("case {}", "{}. eset")), r)));
+      Note(fmt::format("{}, {}", ws_.data.GetCell(c, 0),
+                       fmt::format(fmt::runtime(ws_.Text("case {}", "{}. eset")), r)));
     }
   }
 
@@ -692,7 +695,8 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   const std::string path = FullPath(givenPath);
   InputFile file(path);
   if (file.fd() < 0) {
-    ws.user.Tell(fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    ws.user.Tell(
+        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
     return LoadResult::Unreadable;
   }
   LoadResult result = LoadResult::Loaded;
@@ -701,8 +705,9 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
     LineReader in(file.fd());
     if (!HasMagic(in)) {
       ws.busy = false;
-      ws.user.Tell(ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
-                           "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
+      ws.user.Tell(
+          ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
+                  "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
       return LoadResult::NotAProject;
     }
     Tables tables{ws.data, ws.vars, {}};
@@ -754,10 +759,12 @@ bool SaveProject(Workspace& ws, const std::string& givenPath) {
     std::string list;
     for (const std::string& where : writer.replaced()) list += "\r\n" + where;
     if (writer.replacedCount() > writer.replaced().size()) list += "\r\n...";
-    ws.user.Tell(fmt::format("{}{}",
-                             ws.Text("A project file cannot hold some characters of these cells; they were saved as \"?\":",
-                                     "Ezeknek a celláknak néhány karakterét a projektfájl nem tudja tárolni; helyükre \"?\" került:"),
-                             list));
+    ws.user.Tell(fmt::format(
+        "{}{}",
+        ws.Text(
+            "A project file cannot hold some characters of these cells; they were saved as \"?\":",
+            "Ezeknek a celláknak néhány karakterét a projektfájl nem tudja tárolni; helyükre \"?\" került:"),
+        list));
   }
 
   std::vector<std::string> recent = LoadRecentFiles(ws);
@@ -777,7 +784,8 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
   src.data.Resize(2, 2);
   InputFile file(path);
   if (file.fd() < 0) {
-    ws.user.Tell(fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    ws.user.Tell(
+        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
     return src;
   }
   try {
@@ -802,7 +810,9 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
   }
   src.data.SetCell(0, 0, "");
   src.result = LoadResult::Loaded;
-  src.title = (mode == MergeMode::AddCases ? "Merge files: add cases from " : "Merge files: add variables from ") + path;
+  src.title =
+      (mode == MergeMode::AddCases ? "Merge files: add cases from " : "Merge files: add variables from ") +
+      path;
   return src;
 }
 
@@ -819,7 +829,8 @@ void LoadDefaultVariable(Workspace& ws) {
   ws.vars.SetDefaultVariable(lines[0], lines[1], lines[2]);
 }
 
-bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view labels, std::string_view groupType) {
+bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view labels,
+                         std::string_view groupType) {
   ws.vars.SetDefaultVariable(type, labels, groupType);
   const std::string path = ProgramFile(ws, "default.var");
   std::string error;

@@ -32,8 +32,8 @@ void WriteBytes(const fs::path& path, std::string_view bytes) {
 
 // A header in the form the program writes, for n numeric variables a, b, c, ...
 std::string Header(int n, int m, std::string_view extra = "") {
-  std::string s = "<Tarvika_for_windows>=2.0;\r\n<variables>=" + std::to_string(n) + ";\r\n<cases>=" +
-                  std::to_string(m) + ";\r\n";
+  std::string s = "<Tarvika_for_windows>=2.0;\r\n<variables>=" + std::to_string(n) +
+                  ";\r\n<cases>=" + std::to_string(m) + ";\r\n";
   s += extra;
   for (int i = 1; i <= n; ++i) {
     s += "#=" + std::to_string(i) + ";\r\n<name>=" + std::string(1, static_cast<char>('a' + i - 1)) +
@@ -107,17 +107,17 @@ TEST_F(ProjectFileTest, DataRowsRepeatCleanAndConvert) {
   // The third variable is text: its cells are not cleaned.
   text.replace(text.find("$num", text.find("<name>=c")), 9, "$string=0;");
   text +=
-      "1\t2\r\n"                    // short row: the cut field repeats, the last column takes the rest
-      " \t \t \t \r\n"              // a single blank empties a field, in the last column it is cleaned
-      " 12.\t007\t007\t1,50\r\n"    // numbers are cleaned, text is not
-      "x\t\r\n"                     // "x" repeats into b and c; d gets what is left
+      "1\t2\r\n"                  // short row: the cut field repeats, the last column takes the rest
+      " \t \t \t \r\n"            // a single blank empties a field, in the last column it is cleaned
+      " 12.\t007\t007\t1,50\r\n"  // numbers are cleaned, text is not
+      "x\t\r\n"                   // "x" repeats into b and c; d gets what is left
       "abc\t-0\t\xf5r\xfcl \xd5\xdb\tz\r\n"  // no number stays as it is; Windows-1250 letters
-      "5\t6\t7\t8\t9\t10\r\n"       // extra fields are dropped
-      "99\t99\t99\t99\r\n";         // rows beyond <cases> are not read
+      "5\t6\t7\t8\t9\t10\r\n"                // extra fields are dropped
+      "99\t99\t99\t99\r\n";                  // rows beyond <cases> are not read
   ASSERT_EQ(LoadProject(ws, Write("d.msw", text)), LoadResult::Loaded);
   const std::vector<std::vector<std::string>> expected = {
-      {"1", "1", "1", "2"},       {"", "", "", ""},  {"12", "7", "007", "1.5"},
-      {"x", "x", "x", ""},        {"abc", "0", "őrül ŐŰ", "z"}, {"5", "6", "7", "8"},
+      {"1", "1", "1", "2"},         {"", "", "", ""},     {"12", "7", "007", "1.5"}, {"x", "x", "x", ""},
+      {"abc", "0", "őrül ŐŰ", "z"}, {"5", "6", "7", "8"},
   };
   for (int r = 1; r <= 6; ++r) {
     for (int c = 1; c <= 4; ++c) EXPECT_EQ(Cell(c, r), expected[r - 1][c - 1]) << "cell " << c << "," << r;
@@ -145,13 +145,66 @@ TEST_F(ProjectFileTest, DataRowsRepeatCleanAndConvert) {
   EXPECT_EQ(comma.data.GetCell(3, 2), "2,5");
 }
 
+TEST_F(ProjectFileTest, LinesAcrossBlockEdgesAndLongLines) {
+  // The reader takes the file in blocks of 1 MB: put a line end exactly on the edge (CR LF
+  // split by it, and a lone CR as the last byte of a block), and a line of 3 MB at the end.
+  const int m = 100000;
+  for (std::string_view end : {"\r\n", "\r"}) {
+    std::string head = Header(2, m + 1);
+    for (std::size_t p; (p = head.find("$num")) != std::string::npos;) head.replace(p, 9, "$string=0;");
+    const std::size_t row = 13 + end.size();
+    const std::size_t edge = (1u << 20) - 1;  // the last byte of the first block
+    std::size_t pad = 0;
+    while ((edge - 13 - (head.size() + 9 + pad)) % row != 0) ++pad;
+    head.insert(head.find("<datamatrix>"), "<pad>=" + std::string(pad, 'x') + ";\r\n");
+    std::string text = head;
+    char buf[32];
+    for (int r = 1; r <= m; ++r) {
+      std::snprintf(buf, sizeof buf, "%06d\t%06d", r, m - r);
+      text += buf;
+      text += end;
+    }
+    text += "z\t" + std::string(3 << 20, 'y') + std::string(end);
+    ASSERT_EQ(text[edge], '\r');
+    ASSERT_EQ(LoadProject(ws, Write("edge.msw", text)), LoadResult::Loaded);
+    bool same = true;
+    for (int r = 1; r <= m && same; ++r) {
+      std::snprintf(buf, sizeof buf, "%06d", r);
+      same = Cell(1, r) == buf && Cell(2, r).size() == 6;
+      EXPECT_TRUE(same) << "row " << r << ": " << Cell(1, r) << " " << Cell(2, r);
+    }
+    EXPECT_EQ(Cell(2, m + 1).size(), 3u << 20);
+  }
+}
+
 TEST_F(ProjectFileTest, CleanNumberShortcutAgreesWithCleanNumber) {
   // Every text the loader stores without parsing must be what CleanNumber would make of it.
-  std::vector<std::string> texts = {"0",       "-0",        "5",         "-5",      "10",     "007",
-                                    "0.5",     "0,5",       "-0.25",     "0.0001",  "0.00001", "1.50",
-                                    "12.",     "1e5",       "+3",        " 3",      "1.2.3",  "9999999999999",
-                                    "99999999999999", "0.12345678901", "0.123456789012", "123456.1234567",
-                                    "1234567.1234567", "-", ".5", "5."};
+  std::vector<std::string> texts = {"0",
+                                    "-0",
+                                    "5",
+                                    "-5",
+                                    "10",
+                                    "007",
+                                    "0.5",
+                                    "0,5",
+                                    "-0.25",
+                                    "0.0001",
+                                    "0.00001",
+                                    "1.50",
+                                    "12.",
+                                    "1e5",
+                                    "+3",
+                                    " 3",
+                                    "1.2.3",
+                                    "9999999999999",
+                                    "99999999999999",
+                                    "0.12345678901",
+                                    "0.123456789012",
+                                    "123456.1234567",
+                                    "1234567.1234567",
+                                    "-",
+                                    ".5",
+                                    "5."};
   std::mt19937 rng(7);
   for (int k = 0; k < 20000; ++k) {
     std::string t;
@@ -178,7 +231,8 @@ TEST_F(ProjectFileTest, CleanNumberShortcutAgreesWithCleanNumber) {
     }
   }
   EXPECT_GT(accepted, 2000);
-  for (const char* t : {"-0", "007", "1.50", "12.", "+3", " 3", "1e5", "99999999999999", "0.00001", "-", ".5"}) {
+  for (const char* t :
+       {"-0", "007", "1.50", "12.", "+3", " 3", "1e5", "99999999999999", "0.00001", "-", ".5"}) {
     EXPECT_FALSE(IsCleanNumber(t)) << t;
   }
 }
@@ -206,9 +260,8 @@ void FillRoundTrip(Workspace& ws) {
   }
   ws.vars.SetCell(kHelp, 1, "Első sor\r\nmásodik sor");
   ws.vars.SetCell(kRole, 1, "x");  // scratch: never saved
-  const char* cells[][4] = {{"34", "1", "1250.5", "Őszi űrlap, árvíztűrő"},
-                            {"", "2", "", ""},
-                            {"71", "", "999", "ŐŰ"}};
+  const char* cells[][4] = {
+      {"34", "1", "1250.5", "Őszi űrlap, árvíztűrő"}, {"", "2", "", ""}, {"71", "", "999", "ŐŰ"}};
   for (int r = 1; r <= 3; ++r) {
     ws.data.SetCell(0, r, std::to_string(r));
     for (int c = 1; c <= 4; ++c) ws.data.SetCell(c, r, cells[r - 1][c - 1]);
@@ -235,7 +288,8 @@ TEST_F(ProjectFileTest, SaveWritesTheExpectedBytesAndLoadsBack) {
     for (int c = 1; c <= 4; ++c) EXPECT_EQ(back.data.GetCell(c, r), ws.data.GetCell(c, r)) << c << "," << r;
   }
   for (int col : {kShortName, kLongName, kGroupLabels, kMissing}) {
-    for (int i = 1; i <= 4; ++i) EXPECT_EQ(back.vars.GetCell(col, i), ws.vars.GetCell(col, i)) << col << "," << i;
+    for (int i = 1; i <= 4; ++i)
+      EXPECT_EQ(back.vars.GetCell(col, i), ws.vars.GetCell(col, i)) << col << "," << i;
   }
   EXPECT_EQ(back.vars.GetCell(kType, 2), "num=0_0;");
   EXPECT_EQ(back.vars.GetCell(kGroupType, 1), "none");
@@ -267,11 +321,13 @@ TEST_F(ProjectFileTest, DamagedFilesKeepWhatWasRead) {
   ws.title = "Tarvika: before";
   const char kPng[] = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff\xfe";
   const std::string binary(kPng, sizeof kPng - 1);
-  for (const std::string& bad : {std::string("<Tarvika>=2.0;\r\n<variables>=1;\r\n"), binary, std::string()}) {
+  for (const std::string& bad :
+       {std::string("<Tarvika>=2.0;\r\n<variables>=1;\r\n"), binary, std::string()}) {
     user.told.clear();
     EXPECT_EQ(LoadProject(ws, Write("bad.msw", bad)), LoadResult::NotAProject);
-    EXPECT_EQ(user.told, std::vector<std::string>{
-                             "This is an invalid Tarvika file: either the file name or the first line is incorrect."});
+    EXPECT_EQ(user.told,
+              std::vector<std::string>{
+                  "This is an invalid Tarvika file: either the file name or the first line is incorrect."});
     EXPECT_EQ(ws.title, "Tarvika: before");
     EXPECT_EQ(Cell(4, 1), "Őszi űrlap, árvíztűrő");
   }
@@ -375,9 +431,9 @@ TEST_F(ProjectFileTest, CompanionFilesAndProgress) {
   ASSERT_TRUE(SaveProject(ws, b));
   ASSERT_TRUE(SaveProject(ws, b));
   EXPECT_EQ(LoadRecentFiles(ws), (std::vector<std::string>{b, b, "/x/y.msw", a}));
-  EXPECT_EQ(progress, (std::vector<std::string>{"Writing cases: 1000", "Writing cases: 2000", "Writing cases: 2500",
-                                                "", "Writing cases: 1000", "Writing cases: 2000",
-                                                "Writing cases: 2500", ""}));
+  EXPECT_EQ(progress, (std::vector<std::string>{"Writing cases: 1000", "Writing cases: 2000",
+                                                "Writing cases: 2500", "", "Writing cases: 1000",
+                                                "Writing cases: 2000", "Writing cases: 2500", ""}));
   // A load of a file with another extension lists it as ".msw".
   ASSERT_EQ(LoadProject(ws, b), LoadResult::Loaded);
   EXPECT_EQ(LoadRecentFiles(ws).back(), (dir / "b.msw").string());
@@ -391,7 +447,8 @@ TEST_F(ProjectFileTest, MergeSourceReadsAStreamOfFields) {
   text.replace(text.find("<labels>=;\r\n"), 12, "<labels>=;\r\n1=a;\r\n=b;\r\n");
   // Fields end at tabs and line ends, whatever line they are on; separators of numeric
   // columns become the local one; a single blank is empty in every column.
-  MergeSource src = ReadMergeSource(ws, Write("m.msw", text + "1,5\t \r\n2\t3\t4\r\n5\t6\r\n"), MergeMode::AddCases);
+  MergeSource src =
+      ReadMergeSource(ws, Write("m.msw", text + "1,5\t \r\n2\t3\t4\r\n5\t6\r\n"), MergeMode::AddCases);
   ASSERT_EQ(src.result, LoadResult::Loaded);
   EXPECT_EQ(src.data.GetCell(1, 1), "1.5");
   EXPECT_EQ(src.data.GetCell(2, 1), "");
