@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <iostream>
 
+#include "workspace/numbers.h"
+
 namespace tarvika::cli {
 
 void StderrChannel::Tell(std::string_view message) {
@@ -17,6 +19,12 @@ std::string ExecutableFolder() {
   auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
   if (ec) return std::filesystem::current_path().string();
   return exe.parent_path().string();
+}
+
+Workspace MakeWorkspace(CliContext& context) {
+  Workspace ws(context.user, context.language, DecimalSeparatorFromLocale());
+  ws.programFolder = context.ProgramFolder();
+  return ws;
 }
 
 }  // namespace tarvika::cli

@@ -8,6 +8,7 @@
 
 #include "workspace/user_channel.h"
 #include "lang/language.h"
+#include "workspace/workspace.h"
 
 namespace tarvika::cli {
 
@@ -34,5 +35,9 @@ struct CliContext {
 };
 
 void RegisterMenuCommand(CLI::App& app, CliContext& context);
+
+// A fresh workspace of the session: its language, the machine's decimal separator, the
+// program folder, and the person on standard error.
+Workspace MakeWorkspace(CliContext& context);
 
 }  // namespace tarvika::cli

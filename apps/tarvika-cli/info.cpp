@@ -10,7 +10,6 @@
 
 #include "cli_context.h"
 #include "lang/utf8.h"
-#include "workspace/numbers.h"
 #include "workspace/project_file.h"
 #include "workspace/workspace.h"
 
@@ -24,9 +23,12 @@ struct Column {
 };
 
 constexpr Column kColumns[] = {
-    {kShortName, "Short name", "Rövid név"}, {kLongName, "Long name", "Hosszú név"},
-    {kType, "Type", "Típus"},                {kGroupType, "Group type", "Csop. típus"},
-    {kGroupLabels, "Group labels", "Csoportnevek"}, {kMissing, "Missing", "Hiányzó"},
+    {kShortName, "Short name", "Rövid név"},
+    {kLongName, "Long name", "Hosszú név"},
+    {kType, "Type", "Típus"},
+    {kGroupType, "Group type", "Csop. típus"},
+    {kGroupLabels, "Group labels", "Csoportnevek"},
+    {kMissing, "Missing", "Hiányzó"},
 };
 
 void PrintInfo(const Workspace& ws) {
@@ -38,11 +40,12 @@ void PrintInfo(const Workspace& ws) {
   for (std::size_t k = 0; k < std::size(kColumns); ++k) {
     for (int r = 0; r < vars.RowCount(); ++r) width[k] = std::max(width[k], Utf8Length(cell(kColumns[k], r)));
   }
-  std::string out = fmt::format("{}{}\n{}{}\n\n", ws.Text("Variables: ", "Változók: "), ws.NumberOfVariables(),
-                                ws.Text("Cases: ", "Esetek: "), ws.NumberOfCases());
+  std::string out = fmt::format("{}{}\n{}{}\n\n", ws.Text("Variables: ", "Változók: "),
+                                ws.NumberOfVariables(), ws.Text("Cases: ", "Esetek: "), ws.NumberOfCases());
   for (int r = 0; r < vars.RowCount(); ++r) {
     std::string line = PadRight(r == 0 ? "#" : std::to_string(r), 5);
-    for (std::size_t k = 0; k < std::size(kColumns); ++k) line += PadRight(cell(kColumns[k], r), width[k] + 2);
+    for (std::size_t k = 0; k < std::size(kColumns); ++k)
+      line += PadRight(cell(kColumns[k], r), width[k] + 2);
     while (!line.empty() && line.back() == ' ') line.pop_back();
     out += line + '\n';
   }
@@ -56,8 +59,7 @@ void RegisterInfo(CLI::App& app, CliContext& context) {
   auto path = std::make_shared<std::string>();
   cmd->add_option("project", *path, "The project file (.msw)")->required();
   cmd->callback([&context, path] {
-    Workspace ws(context.user, context.language, DecimalSeparatorFromLocale());
-    ws.programFolder = context.ProgramFolder();
+    Workspace ws = MakeWorkspace(context);
     if (LoadProject(ws, *path) != LoadResult::Loaded) {
       context.exitCode = kInputError;
       return;

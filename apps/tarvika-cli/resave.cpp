@@ -5,7 +5,6 @@
 
 #include "cli_context.h"
 #include "workspace/declarations.h"
-#include "workspace/numbers.h"
 #include "workspace/project_file.h"
 #include "workspace/workspace.h"
 
@@ -18,8 +17,7 @@ void RegisterResave(CLI::App& app, CliContext& context) {
   cmd->add_option("input", *in, "The project file to read")->required();
   cmd->add_option("output", *out, "The project file to write")->required();
   cmd->callback([&context, in, out] {
-    Workspace ws(context.user, context.language, DecimalSeparatorFromLocale());
-    ws.programFolder = context.ProgramFolder();
+    Workspace ws = MakeWorkspace(context);
     if (LoadProject(ws, *in) != LoadResult::Loaded) {
       context.exitCode = kInputError;
       return;

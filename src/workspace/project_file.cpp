@@ -1,18 +1,18 @@
 #include "workspace/project_file.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <optional>
 #include <utility>
-
-#include <fmt/format.h>
 
 #include "lang/cp1250.h"
 #include "lang/utf8.h"
@@ -53,8 +53,8 @@ class LineReader {
 
   int fd_;
   std::vector<char> buf_;
-  std::size_t begin_ = 0;  // first unread byte
-  std::size_t end_ = 0;    // end of the bytes read
+  std::size_t begin_ = 0;    // first unread byte
+  std::size_t end_ = 0;      // end of the bytes read
   std::size_t lf_ = kStale;  // the next LF at or after begin_, end_ when none was read
   bool eof_ = false;
 };
@@ -208,7 +208,8 @@ void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuatio
       int m = WholeValue(value, 0, kMaxCases);
       t.data.SetRowCount(1);
       t.data.SetRowCount(m + 1);
-      ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m, ws.Text(" case)", " eset)")));
+      ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m,
+                                  ws.Text(" case)", " eset)")));
     } else if (key == "#") {
       v = WholeValue(value, -1000000000, 1000000000);
     } else if (key == "<name>") {
@@ -276,6 +277,31 @@ void ShowRowProgress(const Workspace& ws, int r, int m) {
   ws.ShowProgress(fmt::format("{}{} / {}", ws.Text("Loading cases: ", "Esetek betöltése: "), r, m));
 }
 
+// The first tab in [p, e), or e. Eight bytes at a time while they are there: most fields
+// are shorter, and a byte loop would guess their ends wrong.
+inline const char* FindTab(const char* p, const char* e) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+  constexpr std::uint64_t kHighs = 0x8080808080808080ULL;
+  while (e - p >= 8) {
+    std::uint64_t w;
+    std::memcpy(&w, p, 8);
+    std::uint64_t x = w ^ (kOnes * '\t');
+    std::uint64_t hit = (x - kOnes) & ~x & kHighs;
+    if (hit != 0) return p + (__builtin_ctzll(hit) >> 3);
+    p += 8;
+  }
+  while (p != e && *p != '\t') ++p;
+  return p;
+}
+
+// The separator of a clean number: its "." or ",", or none.
+const char* SeparatorOf(std::string_view number) {
+  for (const char& c : number) {
+    if (c == '.' || c == ',') return &c;
+  }
+  return nullptr;
+}
+
 // Reads the m data lines into the workspace. The field is carried over from column to
 // column and from row to row: a row that runs out of tabs repeats its last cut field up
 // to the column before the last, and the last column takes what is left.
@@ -284,12 +310,19 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
   const int n = data.NumberOfVariables();
   const int m = data.NumberOfCases();
   const char sep = ws.decimalSeparator;
-  std::string field;
+  // The field is a view: into the line, or into one of these when it had to change.
+  std::string_view field;
+  std::string changed;  // a cleaned number that differs from its text
+  std::string carried;  // the field kept over from the row before
   std::string converted;
   std::string_view raw;
   for (int r = 1; r <= m; ++r) {
     ShowRowProgress(ws, r, m);
     SetCaseNumber(data, r);
+    if (!field.empty() && field.data() != changed.data() && field.data() != carried.data()) {
+      carried.assign(field);  // the line it points into is about to go
+      field = carried;
+    }
     if (!in.Next(raw)) throw DamagedFile{};
     std::string_view line = raw;
     if (!IsAscii(raw)) {
@@ -300,19 +333,25 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
     const char* p = line.data();
     const char* const e = p + line.size();
     for (int c = 1; c <= n; ++c) {
-      const char* tab = p;
-      while (tab != e && *tab != '\t') ++tab;
+      const char* tab = FindTab(p, e);
       bool cut = true;
       if (c == n) {
-        field.assign(p, tab);
+        field = std::string_view(p, static_cast<std::size_t>(tab - p));
       } else if (tab != e) {
-        field.assign(p, tab);
+        field = std::string_view(p, static_cast<std::size_t>(tab - p));
         p = tab + 1;
-        if (field.size() == 1 && field[0] == ' ') field.clear();
+        if (field.size() == 1 && field[0] == ' ') field = {};
       } else {
         cut = false;  // the row ended too soon: keep the field
       }
-      if (cut && numeric[c]) CleanNumericField(field, sep);
+      if (cut && numeric[c] && !field.empty()) {
+        const char* s = SeparatorOf(field);
+        if (!IsCleanNumber(field) || (s != nullptr && *s != sep)) {
+          changed.assign(field);
+          CleanNumericField(changed, sep);
+          field = changed;
+        }
+      }
       data.SetCell(c, r, field);
     }
   }
@@ -360,7 +399,8 @@ bool ReadMergeRows(LineReader& in, Tables& t, char sep) {
 // Writing files
 
 void TellWriteFailure(Workspace& ws, const std::string& path, const std::string& error) {
-  ws.user.Tell(fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
+  ws.user.Tell(
+      fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
 }
 
 std::string ProgramFile(const Workspace& ws, std::string_view name) {
@@ -404,7 +444,8 @@ class ProjectWriter {
   ProjectWriter(Workspace& ws, AtomicFile& out) : ws_(ws), out_(out) { buf_.reserve(kFlush + 4096); }
 
   // A header line: the parts, then CR LF. where names the cell for the message.
-  bool Line(std::string_view head, std::string_view value, std::string_view tail, std::string_view where = {}) {
+  bool Line(std::string_view head, std::string_view value, std::string_view tail,
+            std::string_view where = {}) {
     buf_.append(head);
     Text(value, where);
     buf_.append(tail);
@@ -424,7 +465,8 @@ class ProjectWriter {
     if (IsAscii(text)) {
       buf_.append(text);
     } else if (AppendUtf8AsCp1250(text, buf_) > 0) {
-      Note(fmt::format("{}, {}", ws_.data.GetCell(c, 0), fmt::format(fmt::runtime(ws_.Text("case {}", "{}. eset")), r)));
+      Note(fmt::format("{}, {}", ws_.data.GetCell(c, 0),
+                       fmt::format(fmt::runtime(ws_.Text("case {}", "{}. eset")), r)));
     }
   }
 
@@ -542,7 +584,8 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   const std::string path = FullPath(givenPath);
   InputFile file(path);
   if (file.fd() < 0) {
-    ws.user.Tell(fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    ws.user.Tell(
+        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
     return LoadResult::Unreadable;
   }
   LoadResult result = LoadResult::Loaded;
@@ -551,8 +594,9 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
     LineReader in(file.fd());
     if (!HasMagic(in)) {
       ws.busy = false;
-      ws.user.Tell(ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
-                           "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
+      ws.user.Tell(
+          ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
+                  "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
       return LoadResult::NotAProject;
     }
     Tables tables{ws.data, ws.vars, {}};
@@ -595,7 +639,7 @@ bool SaveProject(Workspace& ws, const std::string& givenPath) {
     return false;
   }
   ProjectWriter writer(ws, out);
-  if (!WriteProject(ws, writer) || !out.Commit()) {
+  if (!WriteProject(ws, writer) || !out.Commit(true)) {
     ws.ShowProgress("");
     TellWriteFailure(ws, path, out.error());
     return false;
@@ -604,10 +648,12 @@ bool SaveProject(Workspace& ws, const std::string& givenPath) {
     std::string list;
     for (const std::string& where : writer.replaced()) list += "\r\n" + where;
     if (writer.replacedCount() > writer.replaced().size()) list += "\r\n...";
-    ws.user.Tell(fmt::format("{}{}",
-                             ws.Text("A project file cannot hold some characters of these cells; they were saved as \"?\":",
-                                     "Ezeknek a celláknak néhány karakterét a projektfájl nem tudja tárolni; helyükre \"?\" került:"),
-                             list));
+    ws.user.Tell(fmt::format(
+        "{}{}",
+        ws.Text(
+            "A project file cannot hold some characters of these cells; they were saved as \"?\":",
+            "Ezeknek a celláknak néhány karakterét a projektfájl nem tudja tárolni; helyükre \"?\" került:"),
+        list));
   }
 
   std::vector<std::string> recent = LoadRecentFiles(ws);
@@ -627,7 +673,8 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
   src.data.Resize(2, 2);
   InputFile file(path);
   if (file.fd() < 0) {
-    ws.user.Tell(fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    ws.user.Tell(
+        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
     return src;
   }
   try {
@@ -652,7 +699,9 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
   }
   src.data.SetCell(0, 0, "");
   src.result = LoadResult::Loaded;
-  src.title = (mode == MergeMode::AddCases ? "Merge files: add cases from " : "Merge files: add variables from ") + path;
+  src.title =
+      (mode == MergeMode::AddCases ? "Merge files: add cases from " : "Merge files: add variables from ") +
+      path;
   return src;
 }
 
@@ -669,7 +718,8 @@ void LoadDefaultVariable(Workspace& ws) {
   ws.vars.SetDefaultVariable(lines[0], lines[1], lines[2]);
 }
 
-bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view labels, std::string_view groupType) {
+bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view labels,
+                         std::string_view groupType) {
   ws.vars.SetDefaultVariable(type, labels, groupType);
   const std::string path = ProgramFile(ws, "default.var");
   std::string error;

@@ -52,7 +52,8 @@ std::string SuggestedOutputFile(const std::string& path);
 // variable, into row 0 of the variable table. A missing file is created with the defaults.
 void LoadDefaultVariable(Workspace& ws);
 // Stores a change of the default variable in the file and in row 0.
-bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view labels, std::string_view groupType);
+bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view labels,
+                         std::string_view groupType);
 
 // "last.mod" of the program folder: one full path per line; empty when there is no file.
 std::vector<std::string> LoadRecentFiles(const Workspace& ws);

@@ -101,12 +101,6 @@ std::string_view StringTable::GetCell(int c, int r) const {
   return View(col, col.cells[r]);
 }
 
-void StringTable::SetCell(int c, int r, std::string_view s) {
-  if (c < 0 || r < 0 || c >= ColCount() || r >= rows_) return;
-  ColumnStore& col = columns_[c];
-  Store(col, col.cells[r], s);
-}
-
 std::vector<std::string> StringTable::Column(int c) const {
   std::vector<std::string> out;
   out.reserve(rows_);

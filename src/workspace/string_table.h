@@ -79,4 +79,20 @@ class StringTable {
   int rows_ = 0;
 };
 
+// Inline because a load writes every cell through it: a short text over a short one is
+// copied straight into its slot.
+inline void StringTable::SetCell(int c, int r, std::string_view s) {
+  if (c < 0 || r < 0 || c >= ColCount() || r >= rows_) return;
+  ColumnStore& col = columns_[c];
+  Slot& slot = col.cells[r];
+  if (s.size() <= kInlineMax && !IsLong(slot)) {
+    Slot fresh{};
+    for (std::size_t i = 0; i < s.size(); ++i) fresh.bytes[i] = static_cast<unsigned char>(s[i]);
+    fresh.bytes[7] = static_cast<unsigned char>(s.size());
+    slot = fresh;
+    return;
+  }
+  Store(col, slot, s);
+}
+
 }  // namespace tarvika

@@ -55,7 +55,7 @@ bool WriteTextLines(const std::string& path, const std::vector<std::string>& lin
     bytes.append("\r\n");
   }
   AtomicFile out(path);
-  bool ok = out.Open() && out.Write(bytes) && out.Commit();
+  bool ok = out.Open() && out.Write(bytes) && out.Commit(false);
   if (!ok && error != nullptr) *error = out.error();
   return ok;
 }
@@ -83,7 +83,7 @@ bool AtomicFile::Write(std::string_view bytes) {
   return true;
 }
 
-bool AtomicFile::Commit() {
+bool AtomicFile::Commit(bool sync) {
   struct stat st;
   mode_t mode;
   if (::stat(target_.c_str(), &st) == 0) {
@@ -93,7 +93,7 @@ bool AtomicFile::Commit() {
     ::umask(mask);
     mode = 0666 & ~mask;
   }
-  if (::fchmod(fd_, mode) != 0 || ::fsync(fd_) != 0) return Fail();
+  if (::fchmod(fd_, mode) != 0 || (sync && ::fsync(fd_) != 0)) return Fail();
   int fd = fd_;
   fd_ = -1;
   if (::close(fd) != 0) return Fail();

@@ -33,7 +33,9 @@ class AtomicFile {
 
   bool Open();
   bool Write(std::string_view bytes);
-  bool Commit();
+  // sync: wait until the bytes are on the disk before the rename (for the project itself;
+  // the small settings files go without).
+  bool Commit(bool sync);
   const std::string& error() const { return error_; }
 
  private:

@@ -1,0 +1,473 @@
+#include "workspace/project_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "workspace/numbers.h"
+#include "workspace/workspace.h"
+
+namespace tarvika {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ReadBytes(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+void WriteBytes(const fs::path& path, std::string_view bytes) {
+  std::ofstream out(path, std::ios::binary);
+  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+// A header in the form the program writes, for n numeric variables a, b, c, ...
+std::string Header(int n, int m, std::string_view extra = "") {
+  std::string s = "<Tarvika_for_windows>=2.0;\r\n<variables>=" + std::to_string(n) +
+                  ";\r\n<cases>=" + std::to_string(m) + ";\r\n";
+  s += extra;
+  for (int i = 1; i <= n; ++i) {
+    s += "#=" + std::to_string(i) + ";\r\n<name>=" + std::string(1, static_cast<char>('a' + i - 1)) +
+         ";\r\n$num=0_0;\r\n<labels>=;\r\n<missing>=;\r\n";
+  }
+  return s + "<datamatrix>=;\r\n";
+}
+
+class ProjectFileTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    dir = fs::temp_directory_path() /
+          ("tarvika_project_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    fs::remove_all(dir);
+    fs::create_directories(dir);
+    ws.programFolder = dir.string();
+    ws.hooks.progress = [this](std::string_view text, std::string_view) { progress.emplace_back(text); };
+  }
+  void TearDown() override { fs::remove_all(dir); }
+
+  std::string Write(const std::string& name, std::string_view bytes) {
+    WriteBytes(dir / name, bytes);
+    return (dir / name).string();
+  }
+  std::string Cell(int c, int r) const { return std::string(ws.data.GetCell(c, r)); }
+  std::string Decl(int col, int r) const { return std::string(ws.vars.GetCell(col, r)); }
+
+  fs::path dir;
+  ScriptedChannel user;
+  Workspace ws{user, Language::English, '.'};
+  std::vector<std::string> progress;
+};
+
+TEST_F(ProjectFileTest, HeaderKeysLabelsAndLineEnds) {
+  const std::string body =
+      "<selvoran_for_windows>=1.0;\n<variables>=2;\n<cases>=1;\n<title>=x;\n#=1;\n<na&me>=score;\n"
+      "<longname>=Final score;\n$num=1,5_9,5;\n<assign>=codes;\n<labels>=;\n1=a;\n=b;\n2,0=c;\n"
+      "<help>=first\\second;\n<missing>=9/99;\n#=2;\n<name>=band;\n$num=0_0;\n<assign>=intervals;\n"
+      "<labels>=;\n0,5_1.5=low;\n#=2;\n<datamatrix>=;\n3\t4\n";
+  // The same file with each kind of line end loads alike.
+  for (std::string_view end : {"\n", "\r\n", "\r"}) {
+    std::string text;
+    for (char c : body) text += c == '\n' ? std::string(end) : std::string(1, c);
+    ASSERT_EQ(LoadProject(ws, Write("h.msw", text)), LoadResult::Loaded) << "line end " << end.size();
+    EXPECT_EQ(Decl(kShortName, 1), "score");
+    EXPECT_EQ(Cell(1, 0), "score");
+    EXPECT_EQ(Decl(kLongName, 1), "Final score");
+    EXPECT_EQ(Decl(kType, 1), "num=1.5_9.5;");
+    EXPECT_EQ(Decl(kGroupType, 1), "codes");
+    EXPECT_EQ(Decl(kGroupLabels, 1), "1=a,b;/2.0=c;/");
+    EXPECT_EQ(Decl(kHelp, 1), "first\\second");
+    EXPECT_EQ(Decl(kMissing, 1), "9/99");
+    EXPECT_EQ(Decl(kGroupLabels, 2), "0.5_1.5=low;/");
+    EXPECT_EQ(Decl(kIndex, 2), "2");
+    EXPECT_EQ(Cell(1, 1), "3");
+    EXPECT_EQ(Cell(2, 1), "4");
+    EXPECT_EQ(Cell(0, 1), "1");
+    EXPECT_TRUE(user.told.empty());
+  }
+
+  // A machine with a decimal comma turns every separator of the type line into a comma.
+  Workspace comma(user, Language::English, ',');
+  comma.programFolder = dir.string();
+  ASSERT_EQ(LoadProject(comma, (dir / "h.msw").string()), LoadResult::Loaded);
+  EXPECT_EQ(comma.vars.GetCell(kType, 1), "num=1,5_9,5;");
+  EXPECT_EQ(comma.vars.GetCell(kGroupLabels, 2), "0,5_1,5=low;/");
+}
+
+TEST_F(ProjectFileTest, DataRowsRepeatCleanAndConvert) {
+  std::string text = Header(4, 6);
+  // The third variable is text: its cells are not cleaned.
+  text.replace(text.find("$num", text.find("<name>=c")), 9, "$string=0;");
+  text +=
+      "1\t2\r\n"                  // short row: the cut field repeats, the last column takes the rest
+      " \t \t \t \r\n"            // a single blank empties a field, in the last column it is cleaned
+      " 12.\t007\t007\t1,50\r\n"  // numbers are cleaned, text is not
+      "x\t\r\n"                   // "x" repeats into b and c; d gets what is left
+      "abc\t-0\t\xf5r\xfcl \xd5\xdb\tz\r\n"  // no number stays as it is; Windows-1250 letters
+      "5\t6\t7\t8\t9\t10\r\n"                // extra fields are dropped
+      "99\t99\t99\t99\r\n";                  // rows beyond <cases> are not read
+  ASSERT_EQ(LoadProject(ws, Write("d.msw", text)), LoadResult::Loaded);
+  const std::vector<std::vector<std::string>> expected = {
+      {"1", "1", "1", "2"},         {"", "", "", ""},     {"12", "7", "007", "1.5"}, {"x", "x", "x", ""},
+      {"abc", "0", "őrül ŐŰ", "z"}, {"5", "6", "7", "8"},
+  };
+  for (int r = 1; r <= 6; ++r) {
+    for (int c = 1; c <= 4; ++c) EXPECT_EQ(Cell(c, r), expected[r - 1][c - 1]) << "cell " << c << "," << r;
+  }
+  EXPECT_EQ(ws.NumberOfCases(), 6);
+
+  // A single blank in a last column of text stays.
+  std::string strings = Header(2, 1);
+  strings.replace(strings.find("$num", strings.find("<name>=b")), 9, "$string=0;");
+  ASSERT_EQ(LoadProject(ws, Write("s.msw", strings + "a\t \r\n")), LoadResult::Loaded);
+  EXPECT_EQ(Cell(2, 1), " ");
+
+  // A field carried into a numeric column is not cleaned again; a comma machine gets its
+  // separator in the numeric columns only.
+  Workspace comma(user, Language::English, ',');
+  comma.programFolder = dir.string();
+  std::string mixed = Header(3, 2);
+  mixed.replace(mixed.find("$num"), 9, "$string=0;");
+  ASSERT_EQ(LoadProject(comma, Write("c.msw", mixed + "007\t\r\na.b\t1.5\t2.50\r\n")), LoadResult::Loaded);
+  EXPECT_EQ(comma.data.GetCell(1, 1), "007");
+  EXPECT_EQ(comma.data.GetCell(2, 1), "007");
+  EXPECT_EQ(comma.data.GetCell(3, 1), "");
+  EXPECT_EQ(comma.data.GetCell(1, 2), "a.b");
+  EXPECT_EQ(comma.data.GetCell(2, 2), "1,5");
+  EXPECT_EQ(comma.data.GetCell(3, 2), "2,5");
+}
+
+TEST_F(ProjectFileTest, LinesAcrossBlockEdgesAndLongLines) {
+  // The reader takes the file in blocks of 1 MB: put a line end exactly on the edge (CR LF
+  // split by it, and a lone CR as the last byte of a block), and a line of 3 MB at the end.
+  const int m = 100000;
+  for (std::string_view end : {"\r\n", "\r"}) {
+    std::string head = Header(2, m + 1);
+    for (std::size_t p; (p = head.find("$num")) != std::string::npos;) head.replace(p, 9, "$string=0;");
+    const std::size_t row = 13 + end.size();
+    const std::size_t edge = (1u << 20) - 1;  // the last byte of the first block
+    std::size_t pad = 0;
+    while ((edge - 13 - (head.size() + 9 + pad)) % row != 0) ++pad;
+    head.insert(head.find("<datamatrix>"), "<pad>=" + std::string(pad, 'x') + ";\r\n");
+    std::string text = head;
+    char buf[32];
+    for (int r = 1; r <= m; ++r) {
+      std::snprintf(buf, sizeof buf, "%06d\t%06d", r, m - r);
+      text += buf;
+      text += end;
+    }
+    text += "z\t" + std::string(3 << 20, 'y') + std::string(end);
+    ASSERT_EQ(text[edge], '\r');
+    ASSERT_EQ(LoadProject(ws, Write("edge.msw", text)), LoadResult::Loaded);
+    bool same = true;
+    for (int r = 1; r <= m && same; ++r) {
+      std::snprintf(buf, sizeof buf, "%06d", r);
+      same = Cell(1, r) == buf && Cell(2, r).size() == 6;
+      EXPECT_TRUE(same) << "row " << r << ": " << Cell(1, r) << " " << Cell(2, r);
+    }
+    EXPECT_EQ(Cell(2, m + 1).size(), 3u << 20);
+  }
+}
+
+TEST_F(ProjectFileTest, CleanNumberShortcutAgreesWithCleanNumber) {
+  // Every text the loader stores without parsing must be what CleanNumber would make of it.
+  std::vector<std::string> texts = {"0",
+                                    "-0",
+                                    "5",
+                                    "-5",
+                                    "10",
+                                    "007",
+                                    "0.5",
+                                    "0,5",
+                                    "-0.25",
+                                    "0.0001",
+                                    "0.00001",
+                                    "1.50",
+                                    "12.",
+                                    "1e5",
+                                    "+3",
+                                    " 3",
+                                    "1.2.3",
+                                    "9999999999999",
+                                    "99999999999999",
+                                    "0.12345678901",
+                                    "0.123456789012",
+                                    "123456.1234567",
+                                    "1234567.1234567",
+                                    "-",
+                                    ".5",
+                                    "5."};
+  std::mt19937 rng(7);
+  for (int k = 0; k < 20000; ++k) {
+    std::string t;
+    if (rng() % 4 == 0) t += '-';
+    int intDigits = 1 + static_cast<int>(rng() % 15);
+    for (int i = 0; i < intDigits; ++i) t += static_cast<char>('0' + (i == 0 && rng() % 3 ? 0 : rng() % 10));
+    if (rng() % 3 != 0) {
+      t += rng() % 2 ? '.' : ',';
+      int frac = 1 + static_cast<int>(rng() % 12);
+      for (int i = 0; i < frac; ++i) t += static_cast<char>('0' + rng() % 10);
+    }
+    texts.push_back(t);
+  }
+  int accepted = 0;
+  for (const std::string& t : texts) {
+    if (!IsCleanNumber(t)) continue;
+    ++accepted;
+    for (char sep : {'.', ','}) {
+      std::string local = t;
+      for (char& c : local) {
+        if (c == '.' || c == ',') c = sep;
+      }
+      EXPECT_EQ(CleanNumber(t, sep), local) << t;
+    }
+  }
+  EXPECT_GT(accepted, 2000);
+  for (const char* t :
+       {"-0", "007", "1.50", "12.", "+3", " 3", "1e5", "99999999999999", "0.00001", "-", ".5"}) {
+    EXPECT_FALSE(IsCleanNumber(t)) << t;
+  }
+}
+
+// The workspace of the round trip: Hungarian letters, empty cells, a help text of two
+// lines, labels of codes and of intervals, missing codes, each group type.
+void FillRoundTrip(Workspace& ws) {
+  ws.data.Resize(5, 4);
+  ws.vars.SetRowCount(5);
+  const char* names[] = {"", "kor", "nem", "jövedel", "megj"};
+  const char* longs[] = {"", "Életkor (év)", "Nem", "Havi jövedelem", "Megjegyzés: ő, ű, Ő, Ű, á"};
+  const char* types[] = {"", "num=0_120;", "num=0_0", "num=0_1000000;", "string=40;"};
+  const char* groupTypes[] = {"", "nincs", "kódokkal", "övezetekkel", "none"};
+  const char* labels[] = {"", "", "1=férfi;/2=nő;/", "0_1000=alacsony;/1000_5000=közepes;/", ""};
+  const char* missing[] = {"", "99", "9/99/999", "900_999/-1", ""};
+  for (int i = 1; i <= 4; ++i) {
+    ws.vars.SetCell(kIndex, i, std::to_string(i));
+    ws.vars.SetCell(kShortName, i, names[i]);
+    ws.vars.SetCell(kLongName, i, longs[i]);
+    ws.vars.SetCell(kType, i, types[i]);
+    ws.vars.SetCell(kGroupType, i, groupTypes[i]);
+    ws.vars.SetCell(kGroupLabels, i, labels[i]);
+    ws.vars.SetCell(kMissing, i, missing[i]);
+    ws.data.SetCell(i, 0, names[i]);
+  }
+  ws.vars.SetCell(kHelp, 1, "Első sor\r\nmásodik sor");
+  ws.vars.SetCell(kRole, 1, "x");  // scratch: never saved
+  const char* cells[][4] = {
+      {"34", "1", "1250.5", "Őszi űrlap, árvíztűrő"}, {"", "2", "", ""}, {"71", "", "999", "ŐŰ"}};
+  for (int r = 1; r <= 3; ++r) {
+    ws.data.SetCell(0, r, std::to_string(r));
+    for (int c = 1; c <= 4; ++c) ws.data.SetCell(c, r, cells[r - 1][c - 1]);
+  }
+}
+
+TEST_F(ProjectFileTest, SaveWritesTheExpectedBytesAndLoadsBack) {
+  FillRoundTrip(ws);
+  const std::string path = (dir / "trip.msw").string();
+  ASSERT_TRUE(SaveProject(ws, path));
+  EXPECT_EQ(ReadBytes(path), ReadBytes(fs::path(TARVIKA_TEST_DATA) / "workspace/data/roundtrip.msw"));
+  EXPECT_EQ(user.told, std::vector<std::string>{"Saved: " + path});
+  EXPECT_EQ(ws.title, "Tarvika: " + path);
+  EXPECT_EQ(ReadBytes(dir / "last.mod"), path + "\r\n");
+
+  ScriptedChannel user2;
+  Workspace back(user2, Language::English, '.');
+  back.programFolder = dir.string();
+  ASSERT_EQ(LoadProject(back, path), LoadResult::Loaded);
+  EXPECT_TRUE(user2.told.empty());
+  ASSERT_EQ(back.NumberOfVariables(), 4);
+  ASSERT_EQ(back.NumberOfCases(), 3);
+  for (int r = 0; r <= 3; ++r) {
+    for (int c = 1; c <= 4; ++c) EXPECT_EQ(back.data.GetCell(c, r), ws.data.GetCell(c, r)) << c << "," << r;
+  }
+  for (int col : {kShortName, kLongName, kGroupLabels, kMissing}) {
+    for (int i = 1; i <= 4; ++i)
+      EXPECT_EQ(back.vars.GetCell(col, i), ws.vars.GetCell(col, i)) << col << "," << i;
+  }
+  EXPECT_EQ(back.vars.GetCell(kType, 2), "num=0_0;");
+  EXPECT_EQ(back.vars.GetCell(kGroupType, 1), "none");
+  EXPECT_EQ(back.vars.GetCell(kGroupType, 2), "codes");
+  EXPECT_EQ(back.vars.GetCell(kGroupType, 3), "intervals");
+  EXPECT_EQ(back.vars.GetCell(kHelp, 1), "Első sor\\második sor");
+  EXPECT_EQ(back.vars.GetCell(kRole, 1), "");
+  EXPECT_EQ(back.suggestedOutputFile, (dir / "trip_imp.msw").string());
+}
+
+TEST_F(ProjectFileTest, CharactersOutsideTheCodePageAreNamed) {
+  FillRoundTrip(ws);
+  ws.data.SetCell(4, 2, "Жук");
+  ws.vars.SetCell(kLongName, 1, "€ ok, ✓ not");
+  const std::string path = (dir / "odd.msw").string();
+  ASSERT_TRUE(SaveProject(ws, path));
+  ASSERT_EQ(user.told.size(), 2u);
+  EXPECT_EQ(user.told[0],
+            "A project file cannot hold some characters of these cells; they were saved as \"?\":\r\n"
+            "kor: <longname>\r\nmegj, case 2");
+  ASSERT_EQ(LoadProject(ws, path), LoadResult::Loaded);
+  EXPECT_EQ(Cell(4, 2), "???");
+  EXPECT_EQ(Decl(kLongName, 1), "€ ok, ? not");
+}
+
+TEST_F(ProjectFileTest, DamagedFilesKeepWhatWasRead) {
+  // Wrong first line or a binary file: told, the workspace untouched.
+  FillRoundTrip(ws);
+  ws.title = "Tarvika: before";
+  const char kPng[] = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff\xfe";
+  const std::string binary(kPng, sizeof kPng - 1);
+  for (const std::string& bad :
+       {std::string("<Tarvika>=2.0;\r\n<variables>=1;\r\n"), binary, std::string()}) {
+    user.told.clear();
+    EXPECT_EQ(LoadProject(ws, Write("bad.msw", bad)), LoadResult::NotAProject);
+    EXPECT_EQ(user.told,
+              std::vector<std::string>{
+                  "This is an invalid Tarvika file: either the file name or the first line is incorrect."});
+    EXPECT_EQ(ws.title, "Tarvika: before");
+    EXPECT_EQ(Cell(4, 1), "Őszi űrlap, árvíztűrő");
+  }
+  EXPECT_FALSE(fs::exists(dir / "last.mod"));
+
+  // Cut off in the data: the rows read stay, the rest is empty; the load goes on as usual.
+  user.told.clear();
+  const std::string cut = Write("cut.msw", Header(2, 4) + "1\t2\r\n3\t4\r\n");
+  EXPECT_EQ(LoadProject(ws, cut), LoadResult::Damaged);
+  EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file"});
+  EXPECT_EQ(ws.NumberOfCases(), 4);
+  EXPECT_EQ(Cell(2, 2), "4");
+  EXPECT_EQ(Cell(1, 3), "");
+  EXPECT_EQ(Cell(0, 4), "4");
+  EXPECT_EQ(Cell(2, 0), "b");
+  EXPECT_EQ(ws.title, "Tarvika: " + cut);
+  EXPECT_EQ(ReadBytes(dir / "last.mod"), cut + "\r\n");
+
+  // A blank header line and a non-numeric count stop the header where they stand.
+  std::string blank = Header(2, 1);
+  blank.insert(blank.find("#=2;"), "\r\n");
+  EXPECT_EQ(LoadProject(ws, Write("blank.msw", blank + "1\t2\r\n")), LoadResult::Damaged);
+  EXPECT_EQ(Decl(kShortName, 1), "a");
+  EXPECT_EQ(Decl(kShortName, 2), "");
+  EXPECT_EQ(Cell(1, 1), "");
+
+  std::string cases = Header(2, 1);
+  cases.replace(cases.find("<cases>=1;"), 10, "<cases>=ten;");
+  user.told.clear();
+  EXPECT_EQ(LoadProject(ws, Write("cases.msw", cases + "1\t2\r\n")), LoadResult::Damaged);
+  EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file"});
+  EXPECT_EQ(ws.NumberOfVariables(), 2);
+  EXPECT_EQ(Decl(kShortName, 1), "");
+  EXPECT_EQ(Cell(1, 1), "");
+
+  // Hungarian session.
+  ws.SetLanguage(Language::Hungarian);
+  user.told.clear();
+  EXPECT_EQ(LoadProject(ws, Write("h.msw", Header(1, 2).substr(0, 40))), LoadResult::Damaged);
+  EXPECT_EQ(user.told, std::vector<std::string>{"Hibás vagy sérült Tarvika fájl!"});
+}
+
+TEST_F(ProjectFileTest, SaveFailuresLeaveTheOldFileAndNoLitter) {
+  FillRoundTrip(ws);
+  Write("afile", "x");
+  for (const fs::path& target : {dir / "no_such_folder" / "p.msw", dir / "afile" / "p.msw"}) {
+    user.told.clear();
+    EXPECT_FALSE(SaveProject(ws, target.string()));
+    ASSERT_EQ(user.told.size(), 1u);
+    EXPECT_EQ(user.told[0].rfind("The file cannot be written: " + target.string(), 0), 0u) << user.told[0];
+  }
+  // A folder in the target's place: the rename fails, the folder and its content stay.
+  fs::create_directories(dir / "taken.msw");
+  Write("taken.msw/old", "old");
+  user.told.clear();
+  EXPECT_FALSE(SaveProject(ws, (dir / "taken.msw").string()));
+  EXPECT_EQ(ReadBytes(dir / "taken.msw" / "old"), "old");
+  EXPECT_EQ(ReadBytes(dir / "afile"), "x");
+  std::vector<std::string> left;
+  for (const auto& e : fs::directory_iterator(dir)) left.push_back(e.path().filename().string());
+  std::sort(left.begin(), left.end());
+  EXPECT_EQ(left, (std::vector<std::string>{"afile", "taken.msw"}));
+  EXPECT_FALSE(fs::exists(dir / "last.mod"));
+
+  // A read-only target is written and can be written again.
+  const std::string ro = Write("ro.msw", "old");
+  ::chmod(ro.c_str(), 0444);
+  EXPECT_TRUE(SaveProject(ws, ro));
+  EXPECT_EQ(ReadBytes(ro), ReadBytes(fs::path(TARVIKA_TEST_DATA) / "workspace/data/roundtrip.msw"));
+  EXPECT_NE(fs::status(ro).permissions() & fs::perms::owner_write, fs::perms::none);
+}
+
+TEST_F(ProjectFileTest, CompanionFilesAndProgress) {
+  // default.var is made when missing and read into row 0.
+  LoadDefaultVariable(ws);
+  EXPECT_EQ(ReadBytes(dir / "default.var"), "num=0_0;\r\n\r\nnincs\r\n");
+  EXPECT_EQ(Decl(kGroupType, 0), "nincs");
+  ASSERT_TRUE(SaveDefaultVariable(ws, "string=8;", "1=ő;/", "kódokkal"));
+  Workspace other(user, Language::English, '.');
+  other.programFolder = dir.string();
+  LoadDefaultVariable(other);
+  EXPECT_EQ(other.vars.GetCell(kType, 0), "string=8;");
+  EXPECT_EQ(other.vars.GetCell(kGroupLabels, 0), "1=ő;/");
+  EXPECT_EQ(other.vars.GetCell(kGroupType, 0), "kódokkal");
+
+  // Recent files: a load moves its path to the end without doubles, ignoring case; a save
+  // puts its path first and keeps doubles.
+  std::string rows;
+  for (int r = 1; r <= 2500; ++r) rows += std::to_string(r) + "\r\n";
+  const std::string a = Write("a.msw", Header(1, 2500) + rows);
+  const std::string upper = (dir / "A.MSW").string();
+  ASSERT_TRUE(StoreRecentFiles(ws, {upper, "/x/y.msw", a}));
+  progress.clear();
+  ASSERT_EQ(LoadProject(ws, a), LoadResult::Loaded);
+  EXPECT_EQ(LoadRecentFiles(ws), (std::vector<std::string>{"/x/y.msw", a}));
+  EXPECT_EQ(Cell(1, 2500), "2500");
+  EXPECT_EQ(progress, (std::vector<std::string>{". . . loading (2500 case)", "Loading cases: 1000 / 2500",
+                                                "Loading cases: 2000 / 2500", ""}));
+  progress.clear();
+  const std::string b = (dir / "b.txt").string();
+  ASSERT_TRUE(SaveProject(ws, b));
+  ASSERT_TRUE(SaveProject(ws, b));
+  EXPECT_EQ(LoadRecentFiles(ws), (std::vector<std::string>{b, b, "/x/y.msw", a}));
+  EXPECT_EQ(progress, (std::vector<std::string>{"Writing cases: 1000", "Writing cases: 2000",
+                                                "Writing cases: 2500", "", "Writing cases: 1000",
+                                                "Writing cases: 2000", "Writing cases: 2500", ""}));
+  // A load of a file with another extension lists it as ".msw".
+  ASSERT_EQ(LoadProject(ws, b), LoadResult::Loaded);
+  EXPECT_EQ(LoadRecentFiles(ws).back(), (dir / "b.msw").string());
+  EXPECT_EQ(ws.suggestedOutputFile, (dir / "b_imp.txt").string());
+  EXPECT_EQ(SuggestedOutputFile("/d.x/name"), "/d.x/name_imp");
+}
+
+TEST_F(ProjectFileTest, MergeSourceReadsAStreamOfFields) {
+  FillRoundTrip(ws);
+  std::string text = Header(3, 2);
+  text.replace(text.find("<labels>=;\r\n"), 12, "<labels>=;\r\n1=a;\r\n=b;\r\n");
+  // Fields end at tabs and line ends, whatever line they are on; separators of numeric
+  // columns become the local one; a single blank is empty in every column.
+  MergeSource src =
+      ReadMergeSource(ws, Write("m.msw", text + "1,5\t \r\n2\t3\t4\r\n5\t6\r\n"), MergeMode::AddCases);
+  ASSERT_EQ(src.result, LoadResult::Loaded);
+  EXPECT_EQ(src.data.GetCell(1, 1), "1.5");
+  EXPECT_EQ(src.data.GetCell(2, 1), "");
+  EXPECT_EQ(src.data.GetCell(3, 1), "2");
+  EXPECT_EQ(src.data.GetCell(1, 2), "3");
+  EXPECT_EQ(src.data.GetCell(3, 2), "5");
+  EXPECT_EQ(src.vars.GetCell(kGroupLabels, 1), "1=a;/=b;/");
+  EXPECT_EQ(src.title, "Merge files: add cases from " + (dir / "m.msw").string());
+  EXPECT_EQ(Cell(4, 1), "Őszi űrlap, árvíztűrő");  // the workspace is untouched
+  EXPECT_FALSE(fs::exists(dir / "last.mod"));
+
+  src = ReadMergeSource(ws, Write("short.msw", text + "1\t2\t3\r\n4\r\n"), MergeMode::AddVariables);
+  EXPECT_EQ(src.result, LoadResult::Damaged);
+  EXPECT_EQ(src.data.GetCell(1, 2), "4");
+  src = ReadMergeSource(ws, Write("bad.msw", "<x>=1;\r\n"), MergeMode::AddVariables);
+  EXPECT_EQ(src.result, LoadResult::NotAProject);
+  EXPECT_EQ(user.told, (std::vector<std::string>{"Error while reading data table.\r\nReading interrupted.",
+                                                 "This is not a valid Tarvika file."}));
+}
+
+}  // namespace
+}  // namespace tarvika
