@@ -1,0 +1,104 @@
+// The main window over a real project: grids, editing through the core, the language
+// switch, saving and opening again.
+
+#include <QMenuBar>
+#include <QtTest>
+
+#include <filesystem>
+
+#include "ui/main_window.h"
+#include "workspace/session.h"
+
+namespace fs = std::filesystem;
+using namespace tarvika;
+
+namespace {
+
+// Answers nothing and remembers what it was told.
+class SilentChannel : public ScriptedChannel {
+ public:
+  SilentChannel() : ScriptedChannel(Answer::No) {}
+};
+
+QString Cell(QTableView* view, int row, int column) {
+  return view->model()->data(view->model()->index(row, column)).toString();
+}
+
+QStringList MenuTitles(QMainWindow& w) {
+  QStringList titles;
+  for (QAction* a : w.menuBar()->actions()) titles << a->text();
+  return titles;
+}
+
+}  // namespace
+
+class MainWindowTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void init() {
+    root_ = fs::temp_directory_path() / ("tarvika-ui-" + std::to_string(QCoreApplication::applicationPid()));
+    fs::remove_all(root_);
+    fs::create_directories(root_ / "stattab");
+    fs::copy(TARVIKA_SOURCE_DIR "/data/language", root_ / "language");
+    fs::create_directories(root_ / "dat");
+    fs::copy_file(TARVIKA_TEST_DATA "/workspace/data/roundtrip.msw", root_ / "dat" / "people.msw");
+  }
+  void cleanup() { fs::remove_all(root_); }
+
+  void opensEditsSwitchesLanguageAndSaves() {
+    SilentChannel user;
+    Session session(user);
+    StartOptions options;
+    options.programFolder = root_.string();
+    options.decimalSeparator = '.';
+    QCOMPARE(session.StartUp(options), StartResult::Ready);
+    MainWindow window(session);
+    window.show();
+    QCOMPARE(MenuTitles(window).first(), QString("Fájl"));  // no settings file: Hungarian
+
+    QString project = QString::fromStdString((root_ / "dat" / "people.msw").string());
+    QVERIFY(window.OpenFile(project));
+    QCOMPARE(window.windowTitle(), "Tarvika: " + project);
+    QTableView* data = window.DataView();
+    QCOMPARE(data->model()->rowCount(), 3);
+    QCOMPARE(data->model()->columnCount(), 4);
+    QCOMPARE(data->model()->headerData(2, Qt::Horizontal).toString(), QString("jövedel"));
+    QCOMPARE(Cell(data, 0, 0), QString("34"));
+    QTableView* vars = window.VariableView();
+    QCOMPARE(Cell(vars, 1, kGroupType), QString("codes"));  // as the file stores it
+    QCOMPARE(Cell(vars, 0, kLongName), QString("Életkor (év)"));
+
+    // Editing goes through the core: with the type control on, a numeric cell is cleaned.
+    window.RunCommand("edit.type_control_on");
+    QVERIFY(data->model()->setData(data->model()->index(0, 0), " 041.50"));
+    QCOMPARE(Cell(data, 0, 0), QString("41.5"));
+    QVERIFY(session.ws.dataChanged);
+    // A group type typed in is refused; one from the list is taken.
+    QVERIFY(!vars->model()->setData(vars->model()->index(0, kGroupType), "sometimes"));
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Használja a leomló listát a beírásra!"));
+
+    window.RunCommand("settings.language");
+    QCOMPARE(MenuTitles(window).first(), QString("File"));
+    QCOMPARE(window.Pages()->tabText(1), QString("Variables"));
+    window.RunCommand("settings.language");
+    QCOMPARE(Cell(vars, 1, kGroupType), QString("kódokkal"));  // the change translates the words
+    window.RunCommand("settings.language");
+    QVERIFY(fs::exists(root_ / "Tarvika.cfg"));
+
+    window.RunCommand("file.save");
+    QCOMPARE(QString::fromStdString(user.told.back()), "Saved: " + project);
+    window.RunCommand("file.new");
+    QCOMPARE(data->model()->rowCount(), 1);
+    QVERIFY(window.OpenFile(project));
+    QCOMPARE(Cell(data, 0, 0), QString("41.5"));
+
+    window.RunCommand("data.sort_cases");
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Sorry, under construction."));
+  }
+
+ private:
+  fs::path root_;
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"
