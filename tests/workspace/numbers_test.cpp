@@ -1,0 +1,45 @@
+#include <gtest/gtest.h>
+
+#include "workspace/numbers.h"
+
+namespace tarvika {
+namespace {
+
+TEST(Numbers, LocalParserAcceptsOnlyTheGivenSeparator) {
+  EXPECT_EQ(ParseLocalNumber("3,5", ','), 3.5);
+  EXPECT_EQ(ParseLocalNumber("3.5", ','), std::nullopt);
+  EXPECT_EQ(ParseLocalNumber(" -1.5e3 ", '.'), -1500);
+  EXPECT_EQ(ParseLocalNumber("+.5", '.'), 0.5);
+  EXPECT_EQ(ParseLocalNumber("5.", '.'), 5);
+  for (const char* bad : {"", " ", ".", "1.2.3", "1e", "abc", "1 2", "--1", "1e400", "0x10"})
+    EXPECT_EQ(ParseLocalNumber(bad, '.'), std::nullopt) << bad;
+  EXPECT_EQ(ParseEitherSeparator("3.5", ','), 3.5);
+  EXPECT_EQ(FixSeparator("1.2.3"), "1,2.3");
+  EXPECT_EQ(FixSeparator("1,2"), "1.2");
+}
+
+TEST(Numbers, GeneralFormatPrintsShortestUpToFifteenDigits) {
+  EXPECT_EQ(FormatGeneral(7, '.'), "7");
+  EXPECT_EQ(FormatGeneral(-2.5, ','), "-2,5");
+  EXPECT_EQ(FormatGeneral(0.1 + 0.2, '.'), "0.3");
+  EXPECT_EQ(FormatGeneral(1.0 / 3, '.'), "0.333333333333333");
+  EXPECT_EQ(FormatGeneral(123456789012.25, '.'), "123456789012.25");
+  EXPECT_EQ(FormatGeneral(0.00015, '.'), "0.00015");
+  EXPECT_EQ(FormatGeneral(0.000015, '.'), "1.5E-5");
+  EXPECT_EQ(FormatGeneral(1e20, '.'), "1E20");
+}
+
+TEST(Numbers, CleanNumberNormalisesTypedText) {
+  EXPECT_EQ(CleanNumber(" 12.", '.'), "12");
+  EXPECT_EQ(CleanNumber("007", '.'), "7");
+  EXPECT_EQ(CleanNumber("1.234567890123456", '.'), "1.23456789012");
+  EXPECT_EQ(CleanNumber("1,5", '.'), "1.5");
+  EXPECT_EQ(CleanNumber("1.50", ','), "1,5");
+  EXPECT_EQ(CleanNumber("...", '.'), "");
+  EXPECT_EQ(CleanNumber("   ", '.'), "");
+  EXPECT_EQ(CleanNumber("x", '.'), "x");  // one character is left alone
+  EXPECT_EQ(CleanNumber("abc", '.'), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tarvika

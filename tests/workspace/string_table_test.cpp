@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "workspace/string_table.h"
+
+namespace tarvika {
+namespace {
+
+// A cell text that varies in length across the inline limit and the arena.
+std::string CellText(int c, int r) {
+  std::string s = std::to_string(c * 7919 + r);
+  if ((c + r) % 5 == 0) s += "-long-text-" + std::to_string(r);
+  if ((c + r) % 11 == 0) s.clear();
+  return s;
+}
+
+TEST(StringTable, HoldsAThousandVariablesByTenThousandCasesIntact) {
+  StringTable t(1001, 10001);
+  for (int r = 0; r < t.RowCount(); ++r)
+    for (int c = 0; c < t.ColCount(); ++c) t.SetCell(c, r, CellText(c, r));
+  for (int c = 0; c < t.ColCount(); ++c)
+    for (int r = 0; r < t.RowCount(); ++r) ASSERT_EQ(t.GetCell(c, r), CellText(c, r)) << c << "," << r;
+}
+
+TEST(StringTable, OverwritingKeepsNeighboursAndReclaimsSpace) {
+  StringTable t(2, 1000);
+  for (int r = 0; r < 1000; ++r) t.SetCell(1, r, "a fairly long text " + std::to_string(r));
+  // Rewrite every cell many times, alternating long, shorter-long and inline texts.
+  for (int round = 0; round < 21; ++round) {
+    for (int r = 0; r < 1000; ++r) {
+      std::string s = round % 3 == 0 ? "x" + std::to_string(r)
+                      : round % 3 == 1 ? "a much longer text than before " + std::to_string(round * r)
+                                       : "shorter " + std::to_string(r);
+      t.SetCell(1, r, s);
+    }
+  }
+  for (int r = 0; r < 1000; ++r) EXPECT_EQ(t.GetCell(1, r), "shorter " + std::to_string(r));
+  // 1000 cells of about 12 bytes: the arena must not have kept the garbage of 21 rounds.
+  EXPECT_LT(t.MemoryBytes(), 100000u);
+  EXPECT_EQ(t.GetCell(0, 5), "");
+}
+
+TEST(StringTable, ResizesInsertsAndDeletesWholeRowsAndColumns) {
+  StringTable t(3, 4);
+  for (int r = 0; r < 4; ++r)
+    for (int c = 0; c < 3; ++c) t.SetCell(c, r, "c" + std::to_string(c) + "r" + std::to_string(r) + "-long");
+  t.InsertRows(1, 2);
+  EXPECT_EQ(t.RowCount(), 6);
+  EXPECT_EQ(t.GetCell(2, 0), "c2r0-long");
+  EXPECT_EQ(t.GetCell(2, 1), "");
+  EXPECT_EQ(t.GetCell(2, 3), "c2r1-long");
+  t.DeleteRows(0, 3);
+  EXPECT_EQ(t.Column(0), (std::vector<std::string>{"c0r1-long", "c0r2-long", "c0r3-long"}));
+  t.InsertColumns(1, 1);
+  EXPECT_EQ(t.Row(0), (std::vector<std::string>{"c0r1-long", "", "c1r1-long", "c2r1-long"}));
+  t.DeleteColumns(0, 2);
+  EXPECT_EQ(t.Row(2), (std::vector<std::string>{"c1r3-long", "c2r3-long"}));
+  t.SetRow(1, {"a"});
+  EXPECT_EQ(t.Row(1), (std::vector<std::string>{"a", ""}));
+  t.SetColumn(1, {"x", "y", "z", "ignored"});
+  EXPECT_EQ(t.Column(1), (std::vector<std::string>{"x", "y", "z"}));
+  // Shrinking drops the last cells, growing adds empty ones.
+  t.SetRowCount(1);
+  t.SetRowCount(3);
+  t.SetColCount(3);
+  EXPECT_EQ(t.Column(1), (std::vector<std::string>{"x", "", ""}));
+  EXPECT_EQ(t.Column(2), (std::vector<std::string>{"", "", ""}));
+  // Outside the table: reads are empty, writes are ignored.
+  t.SetCell(7, 7, "nowhere");
+  EXPECT_EQ(t.GetCell(7, 7), "");
+  EXPECT_EQ(t.GetCell(-1, 0), "");
+}
+
+}  // namespace
+}  // namespace tarvika
