@@ -21,13 +21,18 @@ class StderrChannel : public ScriptedChannel {
   void Tell(std::string_view message) override;
 };
 
+// The folder that holds the executable.
+std::string ExecutableFolder();
+
 struct CliContext {
   std::string programDir;  // the executable's folder unless --program-dir is given
   StderrChannel user;
   int exitCode = 0;  // set by the command that ran
+
+  std::string ProgramFolder() const { return programDir.empty() ? ExecutableFolder() : programDir; }
 };
 
-// The folder that holds the executable.
-std::string ExecutableFolder();
+
+void RegisterMenuCommand(CLI::App& app, CliContext& context);
 
 }  // namespace tarvika::cli

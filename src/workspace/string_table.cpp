@@ -55,7 +55,7 @@ void StringTable::Store(ColumnStore& col, Slot& slot, std::string_view s) {
 void StringTable::Compact(ColumnStore& col) {
   std::string arena;
   arena.reserve(col.arena.size() - col.garbage);
-  for (Slot& slot : col.slots) {
+  for (Slot& slot : col.cells) {
     if (!IsLong(slot)) continue;
     std::string_view text = View(col, slot);
     auto len = static_cast<std::uint32_t>(text.size());
@@ -72,7 +72,7 @@ void StringTable::SetColCount(int n) {
   n = std::max(n, 0);
   std::size_t old = columns_.size();
   columns_.resize(n);
-  for (std::size_t c = old; c < columns_.size(); ++c) columns_[c].slots.assign(rows_, EmptySlot());
+  for (std::size_t c = old; c < columns_.size(); ++c) columns_[c].cells.assign(rows_, EmptySlot());
 }
 
 void StringTable::SetRowCount(int n) {
@@ -80,11 +80,11 @@ void StringTable::SetRowCount(int n) {
   if (n == rows_) return;
   for (ColumnStore& col : columns_) {
     if (n < rows_) {
-      for (int r = n; r < rows_; ++r) Release(col, col.slots[r]);
-      col.slots.resize(n);
+      for (int r = n; r < rows_; ++r) Release(col, col.cells[r]);
+      col.cells.resize(n);
       if (col.garbage > 0 && col.garbage * 2 > col.arena.size()) Compact(col);
     } else {
-      col.slots.resize(n, EmptySlot());
+      col.cells.resize(n, EmptySlot());
     }
   }
   rows_ = n;
@@ -98,13 +98,13 @@ void StringTable::Resize(int colCount, int rowCount) {
 std::string_view StringTable::GetCell(int c, int r) const {
   if (c < 0 || r < 0 || c >= ColCount() || r >= rows_) return {};
   const ColumnStore& col = columns_[c];
-  return View(col, col.slots[r]);
+  return View(col, col.cells[r]);
 }
 
 void StringTable::SetCell(int c, int r, std::string_view s) {
   if (c < 0 || r < 0 || c >= ColCount() || r >= rows_) return;
   ColumnStore& col = columns_[c];
-  Store(col, col.slots[r], s);
+  Store(col, col.cells[r], s);
 }
 
 std::vector<std::string> StringTable::Column(int c) const {
@@ -133,7 +133,7 @@ void StringTable::InsertColumns(int c, int count) {
   if (count <= 0) return;
   c = std::clamp(c, 0, ColCount());
   std::vector<ColumnStore> fresh(count);
-  for (ColumnStore& col : fresh) col.slots.assign(rows_, EmptySlot());
+  for (ColumnStore& col : fresh) col.cells.assign(rows_, EmptySlot());
   columns_.insert(columns_.begin() + c, std::make_move_iterator(fresh.begin()), std::make_move_iterator(fresh.end()));
 }
 
@@ -146,7 +146,7 @@ void StringTable::DeleteColumns(int c, int count) {
 void StringTable::InsertRows(int r, int count) {
   if (count <= 0) return;
   r = std::clamp(r, 0, rows_);
-  for (ColumnStore& col : columns_) col.slots.insert(col.slots.begin() + r, count, EmptySlot());
+  for (ColumnStore& col : columns_) col.cells.insert(col.cells.begin() + r, count, EmptySlot());
   rows_ += count;
 }
 
@@ -154,8 +154,8 @@ void StringTable::DeleteRows(int r, int count) {
   if (r < 0 || r >= rows_ || count <= 0) return;
   count = std::min(count, rows_ - r);
   for (ColumnStore& col : columns_) {
-    for (int k = r; k < r + count; ++k) Release(col, col.slots[k]);
-    col.slots.erase(col.slots.begin() + r, col.slots.begin() + r + count);
+    for (int k = r; k < r + count; ++k) Release(col, col.cells[k]);
+    col.cells.erase(col.cells.begin() + r, col.cells.begin() + r + count);
     if (col.garbage > 0 && col.garbage * 2 > col.arena.size()) Compact(col);
   }
   rows_ -= count;
@@ -163,7 +163,7 @@ void StringTable::DeleteRows(int r, int count) {
 
 void StringTable::ClearCells() {
   for (ColumnStore& col : columns_) {
-    std::fill(col.slots.begin(), col.slots.end(), EmptySlot());
+    std::fill(col.cells.begin(), col.cells.end(), EmptySlot());
     col.arena.clear();
     col.arena.shrink_to_fit();
     col.garbage = 0;
@@ -172,7 +172,7 @@ void StringTable::ClearCells() {
 
 std::size_t StringTable::MemoryBytes() const {
   std::size_t bytes = columns_.capacity() * sizeof(ColumnStore);
-  for (const ColumnStore& col : columns_) bytes += col.slots.capacity() * sizeof(Slot) + col.arena.capacity();
+  for (const ColumnStore& col : columns_) bytes += col.cells.capacity() * sizeof(Slot) + col.arena.capacity();
   return bytes;
 }
 

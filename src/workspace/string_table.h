@@ -48,7 +48,7 @@ class StringTable {
   // Empties every cell, keeping the size.
   void ClearCells();
 
-  // Bytes held for the cells (slots and arenas), for the capacity benchmark.
+  // Bytes held for the cells (cells and arenas), for the capacity benchmark.
   std::size_t MemoryBytes() const;
 
  private:
@@ -61,7 +61,7 @@ class StringTable {
   static constexpr std::size_t kInlineMax = 7;
 
   struct ColumnStore {
-    std::vector<Slot> slots;
+    std::vector<Slot> cells;
     std::string arena;
     std::size_t garbage = 0;  // arena bytes no slot refers to any more
   };

@@ -1,0 +1,265 @@
+#include "numeric/order_stats.h"
+
+#include <cmath>
+#include <utility>
+
+namespace tarvika {
+namespace {
+
+// The exchange sort: partition around the middle key, then sort both parts. The larger part
+// is handled by the loop, the smaller by recursion, which bounds the depth; the parts are
+// disjoint, so the order in which they are sorted doesn't change the result.
+template <typename Swap>
+void ExchangeSort(std::span<double> keys, int lo, int hi, Swap swapCompanions) {
+  while (lo < hi) {
+    int i = lo, j = hi;
+    double pivot = keys[(lo + hi) / 2];
+    do {
+      while (keys[i] < pivot) ++i;
+      while (pivot < keys[j]) --j;
+      if (i <= j) {
+        std::swap(keys[i], keys[j]);
+        swapCompanions(i, j);
+        ++i;
+        --j;
+      }
+    } while (i <= j);
+    if (j - lo < hi - i) {
+      if (lo < j) ExchangeSort(keys, lo, j, swapCompanions);
+      lo = i;
+    } else {
+      if (i < hi) ExchangeSort(keys, i, hi, swapCompanions);
+      hi = j;
+    }
+  }
+}
+
+}  // namespace
+
+void SortValues(std::span<double> keys, int lo, int hi) {
+  ExchangeSort(keys, lo, hi, [](int, int) {});
+}
+
+void SortValuesWithInts(std::span<double> keys, std::span<std::int32_t> ints, int lo, int hi) {
+  ExchangeSort(keys, lo, hi, [&](int i, int j) { std::swap(ints[i], ints[j]); });
+}
+
+void SortValuesWithIntsAndBytes(std::span<double> keys, std::span<std::int32_t> ints, std::span<std::uint8_t> bytes,
+                                int lo, int hi) {
+  ExchangeSort(keys, lo, hi, [&](int i, int j) {
+    std::swap(ints[i], ints[j]);
+    std::swap(bytes[i], bytes[j]);
+  });
+}
+
+void MidRanks(std::span<double> values, int n) {
+  if (n <= 0) return;
+  SortValues(values, 0, n - 1);
+  int i = 0;
+  while (i < n) {
+    int t = 1;
+    while (i + t < n && values[i + t] - values[i] < kValueTolerance) ++t;
+    double rank = (t + 1) / 2.0 + (i + 1) - 1;
+    for (int k = i; k < i + t; ++k) values[k] = rank;
+    i += t;
+  }
+}
+
+ValueTable::ValueTable() : values_(kValueTableSize), freq_(kValueTableSize), marks_(kValueTableSize) {}
+
+void ValueTable::Reset(double minimum, double maximum) {
+  count_ = 0;
+  minimum_ = minimum;
+  binWidth_ = (maximum - minimum) / kMaxDistinctValues;
+  index_.clear();
+}
+
+void ValueTable::Add(double x) {
+  if (Binned()) {
+    ++freq_[BinOf(x)];
+    return;
+  }
+  int match = -1;
+  auto it = index_.lower_bound(x - kValueTolerance);
+  for (; it != index_.end() && it->first < x + kValueTolerance; ++it) {
+    if (std::fabs(it->first - x) < kValueTolerance && (match < 0 || it->second < match)) match = it->second;
+  }
+  if (match >= 0) {
+    ++freq_[match];
+    return;
+  }
+  values_[count_] = x;
+  freq_[count_] = 1;
+  index_.emplace(x, count_);
+  ++count_;
+  if (count_ == kValueTableSize) ConvertToBins();
+}
+
+int ValueTable::BinOf(double x) const {
+  // Values at the maximum fall into the extra last bin; rounding can't push one outside.
+  int bin = static_cast<int>((x - minimum_) / binWidth_);
+  return bin < 0 ? 0 : bin > kMaxDistinctValues ? kMaxDistinctValues : bin;
+}
+
+void ValueTable::ConvertToBins() {
+  std::vector<std::int32_t> bins(kValueTableSize, 0);
+  for (int k = 0; k < count_; ++k) bins[BinOf(values_[k])] += freq_[k];
+  freq_ = std::move(bins);
+  // The entries stand for their bins from now on: their values are the bin centres.
+  for (int k = 0; k < kValueTableSize; ++k) values_[k] = (k + 0.5) * binWidth_ + minimum_;
+  index_.clear();
+}
+
+void ValueTable::SortEntries() {
+  if (!Binned() && count_ > 1) SortValuesWithIntsAndBytes(values_, freq_, marks_, 0, count_ - 1);
+}
+
+ValueTable::Position ValueTable::CumulativeIndex(double target) const {
+  double c = 0;
+  for (int k = 0; k < count_; ++k) {
+    c += freq_[k];
+    if (c >= target) return {k, c};
+  }
+  return {count_ - 1, c};
+}
+
+OrderStatistics ValueTable::OrderStats(int n, double minimum, double maximum) {
+  OrderStatistics out;
+  if (count_ == 0) return out;
+  if (count_ == 1) {
+    out.median = out.quartile1 = out.quartile3 = values_[0];
+    return out;
+  }
+  if (!Binned()) {
+    binWidth_ = (maximum - minimum) / (count_ - 1);
+    SortEntries();
+  }
+  auto quantile = [&](double target, int* foundIndex) {
+    Position p = CumulativeIndex(target);
+    *foundIndex = p.index;
+    int k = p.index;
+    if (Binned()) {
+      return ((k - 0.5) * binWidth_ + minimum) + (target - p.cumulative + freq_[k]) * binWidth_ / freq_[k];
+    }
+    if (std::fabs(p.cumulative - target) < kValueTolerance && k + 1 < count_) return (values_[k] + values_[k + 1]) / 2;
+    return values_[k];
+  };
+  int k = 0;
+  out.median = quantile(n / 2.0, &k);
+  if (k == 0) {
+    out.median = out.quartile1 = minimum;
+  } else {
+    out.quartile1 = quantile(n * 0.25, &k);
+  }
+  out.quartile3 = quantile(n * 0.75, &k);
+  return out;
+}
+
+TrimmedStatistics ValueTable::TrimmedStats(int n, double p) {
+  TrimmedStatistics out;
+  int g = static_cast<int>(std::round(0.01 * p * n + kValueTolerance));
+  int h = n - 2 * g;
+  out.trimmedCount = g;
+  out.keptCount = h;
+  if (g == 0 || count_ == 0) return out;
+  out.hasTrimming = true;
+  SortEntries();
+  int k = 0;
+  double c = freq_[0];
+  while (c <= g && k + 1 < count_) c += freq_[++k];
+  int lowIndex = k;
+  double low = values_[k], cLow = c;
+  while (c < n - g && k + 1 < count_) c += freq_[++k];
+  int t = k;
+  double high = values_[t], cHigh = freq_[t] + n - c;
+  out.trimDF = h - 1;
+  if (std::fabs(low - high) < kValueTolerance) {
+    out.trimmedMean = high;
+    out.winsorizedSD = 0;
+    return out;
+  }
+  double s1 = 0, s2 = 0;
+  for (int e = lowIndex + 1; e < t; ++e) {
+    s1 += freq_[e] * values_[e];
+    s2 += freq_[e] * values_[e] * values_[e];
+  }
+  s1 += (cLow - g) * low + (cHigh - g) * high;
+  out.trimmedMean = s1 / h;
+  s1 += (low + high) * g;
+  s2 += low * low * cLow + high * high * cHigh;
+  double w = (s2 - s1 * s1 / n) / (n - 1);
+  out.winsorizedSD = w > kValueTolerance ? std::sqrt(w) : w;
+  return out;
+}
+
+SignedRanks ValueTable::SignedRankSums(double reference, int n) {
+  SignedRanks out;
+  double tolerance = kValueTolerance;
+  if (Binned()) {
+    for (int k = 0; k < count_; ++k) values_[k] = (k + 0.5) * binWidth_ + minimum_;
+    tolerance = 0.5 * binWidth_;
+  }
+  for (int k = 0; k < count_; ++k) {
+    if (std::fabs(values_[k] - reference) >= tolerance) continue;
+    n -= freq_[k];
+    for (int e = k; e + 1 < count_; ++e) {
+      values_[e] = values_[e + 1];
+      freq_[e] = freq_[e + 1];
+    }
+    --count_;
+    break;
+  }
+  out.n = n;
+  double w = n * (n + 1) / 2.0;
+  double smallest = 0, largest = 0;
+  bool any = false;
+  for (int k = 0; k < count_; ++k) {
+    if (freq_[k] == 0) continue;
+    if (!any || values_[k] < smallest) smallest = values_[k];
+    if (!any || values_[k] > largest) largest = values_[k];
+    any = true;
+  }
+  if (!any) return out;
+  if (reference < smallest) {
+    out.rankSumPlus = w;
+    out.countPlus = n;
+    return out;
+  }
+  if (reference > largest) return out;
+  for (int k = 0; k < count_; ++k) {
+    marks_[k] = values_[k] > reference ? 1 : 0;
+    if (marks_[k]) out.countPlus += freq_[k];
+    values_[k] = std::fabs(values_[k] - reference);
+  }
+  if (count_ > 1) SortValuesWithIntsAndBytes(values_, freq_, marks_, 0, count_ - 1);
+  double c = 0;
+  int k = 0;
+  while (k < count_) {
+    int end = k + 1;
+    while (end < count_ && values_[end] - values_[k] < kValueTolerance) ++end;
+    double t = 0;
+    for (int e = k; e < end; ++e) t += freq_[e];
+    out.tieCorrection += (t * t - 1) * 0.020833333 * t;
+    double rank = (2 * c + 1 + t) / 2;
+    c += t;
+    for (int e = k; e < end; ++e) out.rankSumPlus += freq_[e] * marks_[e] * rank;
+    k = end;
+  }
+  return out;
+}
+
+double SampleSkewness(double n, double m3, double s, double v, double former) {
+  if (v <= kValueTolerance) return former;
+  if (n > 2) return n * (m3 / (n - 1) / (n - 2)) / (s * v);
+  return m3 / (n * s * v);
+}
+
+double SampleKurtosis(double n, double m2, double m4, double v, double former) {
+  if (v <= kValueTolerance) return former;
+  if (n > 3) return (n * (n + 1) * m4 - 3 * (n - 1) * m2 * m2) / (v * v) / (n - 1) / (n - 2) / (n - 3);
+  return 3;
+}
+
+double ZeroBelowPrintThreshold(double x) { return std::fabs(x) < 0.00045 ? 0 : x; }
+
+}  // namespace tarvika

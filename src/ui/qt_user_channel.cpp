@@ -1,0 +1,28 @@
+#include "ui/qt_user_channel.h"
+
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace tarvika {
+namespace {
+QString ToQt(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
+}  // namespace
+
+void QtUserChannel::Tell(std::string_view message) { QMessageBox::information(parent_, "Tarvika", ToQt(message)); }
+
+std::optional<std::string> QtUserChannel::AskText(std::string_view prompt, std::string_view initial) {
+  bool ok = false;
+  QString text = QInputDialog::getText(parent_, "Tarvika", ToQt(prompt), QLineEdit::Normal, ToQt(initial), &ok);
+  if (!ok) return std::nullopt;
+  return text.toStdString();
+}
+
+Answer QtUserChannel::AskYesNoCancel(std::string_view question) {
+  auto button = QMessageBox::question(parent_, "Tarvika", ToQt(question),
+                                      QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+  if (button == QMessageBox::Yes) return Answer::Yes;
+  if (button == QMessageBox::No) return Answer::No;
+  return Answer::Cancel;
+}
+
+}  // namespace tarvika
