@@ -34,5 +34,6 @@ struct CliContext {
 
 
 void RegisterMenuCommand(CLI::App& app, CliContext& context);
+void RegisterRunCommand(CLI::App& app, CliContext& context);
 
 }  // namespace tarvika::cli

@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
   // Commands register here, one file each: void RegisterX(CLI::App&, CliContext&), whose
   // callback does the work and sets context.exitCode.
   tarvika::cli::RegisterMenuCommand(app, context);
+  tarvika::cli::RegisterRunCommand(app, context);
 
   try {
     app.parse(argc, argv);
