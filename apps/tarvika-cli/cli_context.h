@@ -27,11 +27,11 @@ std::string ExecutableFolder();
 struct CliContext {
   std::string programDir;  // the executable's folder unless --program-dir is given
   StderrChannel user;
+  Language language = Language::English;  // --lang hu for Hungarian
   int exitCode = 0;  // set by the command that ran
 
   std::string ProgramFolder() const { return programDir.empty() ? ExecutableFolder() : programDir; }
 };
-
 
 void RegisterMenuCommand(CLI::App& app, CliContext& context);
 void RegisterRunCommand(CLI::App& app, CliContext& context);

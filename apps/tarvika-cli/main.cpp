@@ -4,15 +4,27 @@
 
 #include "cli_context.h"
 
+#include <map>
+
+namespace tarvika::cli {
+void RegisterInfo(CLI::App& app, CliContext& context);
+void RegisterResave(CLI::App& app, CliContext& context);
+}  // namespace tarvika::cli
+
 int main(int argc, char** argv) {
   tarvika::cli::CliContext context;
   CLI::App app{"Tarvika 2.0, headless: statistics for the social and behavioural sciences"};
   app.require_subcommand(1);
   app.add_option("--program-dir", context.programDir, "The program folder (default: the executable's folder)");
+  app.add_option("--lang", context.language, "Session language: en or hu (default en)")
+      ->transform(CLI::CheckedTransformer(std::map<std::string, tarvika::Language>{
+          {"en", tarvika::Language::English}, {"hu", tarvika::Language::Hungarian}}));
 
   // Commands register here, one file each: void RegisterX(CLI::App&, CliContext&), whose
   // callback does the work and sets context.exitCode.
   tarvika::cli::RegisterMenuCommand(app, context);
+  tarvika::cli::RegisterInfo(app, context);
+  tarvika::cli::RegisterResave(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
 
   try {

@@ -5,8 +5,9 @@ namespace {
 
 bool IsContinuation(unsigned char c) { return (c & 0xC0) == 0x80; }
 
-// Decodes one code point at s[i], advancing i. Malformed bytes decode as themselves.
-char32_t Decode(std::string_view s, std::size_t& i) {
+}  // namespace
+
+char32_t DecodeUtf8(std::string_view s, std::size_t& i) {
   unsigned char c = static_cast<unsigned char>(s[i]);
   int extra = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
   if (extra == 0 || i + extra >= s.size()) {
@@ -26,7 +27,7 @@ char32_t Decode(std::string_view s, std::size_t& i) {
   return cp;
 }
 
-void Encode(char32_t cp, std::string& out) {
+void AppendUtf8(char32_t cp, std::string& out) {
   if (cp < 0x80) {
     out.push_back(static_cast<char>(cp));
   } else if (cp < 0x800) {
@@ -44,6 +45,8 @@ void Encode(char32_t cp, std::string& out) {
   }
 }
 
+namespace {
+
 char32_t FoldCodePoint(char32_t cp) {
   if (cp >= 'A' && cp <= 'Z') return cp + 32;
   if (cp >= 0xC0 && cp <= 0xDE && cp != 0xD7) return cp + 32;  // Latin-1 capitals
@@ -59,7 +62,7 @@ char32_t FoldCodePoint(char32_t cp) {
 std::size_t Utf8Length(std::string_view s) {
   std::size_t n = 0;
   for (std::size_t i = 0; i < s.size();) {
-    Decode(s, i);
+    DecodeUtf8(s, i);
     ++n;
   }
   return n;
@@ -67,7 +70,7 @@ std::size_t Utf8Length(std::string_view s) {
 
 std::string_view Utf8Prefix(std::string_view s, std::size_t n) {
   std::size_t i = 0;
-  for (std::size_t k = 0; k < n && i < s.size(); ++k) Decode(s, i);
+  for (std::size_t k = 0; k < n && i < s.size(); ++k) DecodeUtf8(s, i);
   return s.substr(0, i);
 }
 
@@ -83,12 +86,12 @@ std::string FoldCase(std::string_view s) {
   out.reserve(s.size());
   for (std::size_t i = 0; i < s.size();) {
     std::size_t start = i;
-    char32_t cp = Decode(s, i);
+    char32_t cp = DecodeUtf8(s, i);
     char32_t folded = FoldCodePoint(cp);
     if (folded == cp) {
       out.append(s.substr(start, i - start));
     } else {
-      Encode(folded, out);
+      AppendUtf8(folded, out);
     }
   }
   return out;

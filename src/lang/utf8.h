@@ -8,6 +8,13 @@
 
 namespace tarvika {
 
+// Decodes the character at s[i] and moves i past it. A byte that starts no valid sequence
+// decodes as the character of its own number.
+char32_t DecodeUtf8(std::string_view s, std::size_t& i);
+
+// Appends the UTF-8 form of the character.
+void AppendUtf8(char32_t cp, std::string& out);
+
 // Number of characters (code points) in s. A stray byte counts as one character.
 std::size_t Utf8Length(std::string_view s);
 

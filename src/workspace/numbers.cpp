@@ -171,4 +171,27 @@ std::optional<std::string> CleanNumber(std::string_view text, char separator) {
   return FormatGeneral(*value, separator);
 }
 
+bool IsCleanNumber(std::string_view s) {
+  constexpr std::size_t kMaxDigits = 13;  // well inside what a double prints back exactly
+  auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  std::size_t i = 0, n = s.size();
+  if (i < n && s[i] == '-') ++i;
+  std::size_t intBegin = i;
+  while (i < n && isDigit(s[i])) ++i;
+  std::size_t intDigits = i - intBegin;
+  if (intDigits == 0) return false;
+  bool zeroInt = s[intBegin] == '0';
+  if (zeroInt && intDigits > 1) return false;
+  if (i == n) return !(zeroInt && intBegin == 1) && intDigits <= kMaxDigits;  // "-0" prints as "0"
+  if (s[i] != '.' && s[i] != ',') return false;
+  std::size_t fracBegin = ++i;
+  while (i < n && isDigit(s[i])) ++i;
+  std::size_t fracDigits = i - fracBegin;
+  if (i != n || fracDigits == 0 || fracDigits > 11 || s[n - 1] == '0') return false;
+  if (!zeroInt) return intDigits + fracDigits <= kMaxDigits;
+  std::size_t zeros = 0;
+  while (s[fracBegin + zeros] == '0') ++zeros;
+  return zeros <= 3;
+}
+
 }  // namespace tarvika

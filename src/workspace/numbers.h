@@ -39,4 +39,10 @@ std::string FormatGeneral(double value, char separator);
 // Texts of one character are returned as they are. nullopt when the text is no number.
 std::optional<std::string> CleanNumber(std::string_view text, char separator);
 
+// True when CleanNumber would print the text back unchanged apart from its decimal
+// separator ("." or ","): an optional "-", digits without a leading zero, at most 11
+// decimals without a trailing zero, at most 13 significant digits, and no value below
+// 0.0001 other than 0. Loaders use it to skip the parse and print of ordinary numbers.
+bool IsCleanNumber(std::string_view text);
+
 }  // namespace tarvika

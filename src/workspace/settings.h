@@ -5,24 +5,10 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "lang/language.h"
 
 namespace tarvika {
-
-// The key of a "key=value;" line: all before the first "=", with every "&" dropped; a line
-// without "=" has an empty key.
-std::string KeyOf(std::string_view line);
-// All after the first "=" up to the first ";" after it, or to the end of the line.
-std::string ValueOf(std::string_view line);
-
-// The lines of a text file without their line ends (CR LF, LF or CR); nullopt when the file
-// cannot be read.
-std::optional<std::vector<std::string>> ReadTextLines(const std::string& path);
-// Writes the lines with CR LF through a temporary file renamed over the target.
-bool WriteTextLines(const std::string& path, const std::vector<std::string>& lines);
 
 struct ProgramSettings {
   Language language = Language::Hungarian;  // "nyelv": "angol" is English, anything else Hungarian
@@ -45,16 +31,3 @@ bool WriteRPathFile(const std::string& programFolder, const ProgramSettings& set
 
 }  // namespace tarvika
 
-namespace tarvika {
-
-class Workspace;
-
-inline constexpr const char* kDefaultVariableFile = "default.var";
-
-// Reads "default.var" into row 0 of the variable table; a missing file is created with
-// "num=0_0;", an empty line and "nincs".
-void LoadDefaultVariable(Workspace& ws);
-// Writes row 0's type, labels and group type to "default.var".
-bool SaveDefaultVariable(const Workspace& ws);
-
-}  // namespace tarvika

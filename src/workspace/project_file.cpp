@@ -1,0 +1,697 @@
+#include "workspace/project_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "lang/cp1250.h"
+#include "lang/utf8.h"
+#include "workspace/declarations.h"
+#include "workspace/numbers.h"
+#include "workspace/text_files.h"
+#include "workspace/workspace.h"
+
+namespace tarvika {
+
+namespace {
+
+constexpr std::string_view kMagic = "<Tarvika_for_windows>";
+constexpr std::string_view kOldMagic = "<selvoran_for_windows>";
+constexpr std::string_view kVersion = "2.0";
+
+// Raised inside the readers for a file that ends too soon, a blank header line or an
+// unreadable number; the load keeps what it read so far.
+struct DamagedFile {};
+
+// ---------------------------------------------------------------------------------------
+// Reading lines
+
+// Reads a file in big blocks and hands out its lines without their ends. A line ends at
+// CR LF, LF or CR; the last line may have no end. Lines of any length are read.
+class LineReader {
+ public:
+  explicit LineReader(int fd) : fd_(fd), buf_(kBlock) {}
+
+  // False at the end of the file. The view stays valid until the next call.
+  bool Next(std::string_view& line);
+
+ private:
+  static constexpr std::size_t kBlock = 1 << 20;
+  static constexpr std::size_t kStale = static_cast<std::size_t>(-1);
+
+  bool Fill();
+
+  int fd_;
+  std::vector<char> buf_;
+  std::size_t begin_ = 0;  // first unread byte
+  std::size_t end_ = 0;    // end of the bytes read
+  std::size_t lf_ = kStale;  // the next LF at or after begin_, end_ when none was read
+  bool eof_ = false;
+};
+
+bool LineReader::Fill() {
+  if (eof_) return false;
+  if (begin_ > 0) {
+    std::memmove(buf_.data(), buf_.data() + begin_, end_ - begin_);
+    end_ -= begin_;
+    begin_ = 0;
+  }
+  if (end_ == buf_.size()) buf_.resize(buf_.size() * 2);  // one line fills the buffer
+  ssize_t got;
+  do {
+    got = ::read(fd_, buf_.data() + end_, buf_.size() - end_);
+  } while (got < 0 && errno == EINTR);
+  if (got < 0) throw DamagedFile{};
+  lf_ = kStale;
+  if (got == 0) {
+    eof_ = true;
+    return false;
+  }
+  end_ += static_cast<std::size_t>(got);
+  return true;
+}
+
+bool LineReader::Next(std::string_view& line) {
+  for (;;) {
+    const char* base = buf_.data();
+    if (lf_ == kStale || lf_ < begin_) {
+      const void* p = std::memchr(base + begin_, '\n', end_ - begin_);
+      lf_ = p != nullptr ? static_cast<std::size_t>(static_cast<const char*>(p) - base) : end_;
+    }
+    const void* cr = std::memchr(base + begin_, '\r', lf_ - begin_);
+    std::size_t stop = cr != nullptr ? static_cast<std::size_t>(static_cast<const char*>(cr) - base) : lf_;
+    // A CR as the last byte read may be the first half of CR LF: read on before deciding.
+    bool crAtEdge = cr != nullptr && stop + 1 == end_ && !eof_;
+    if (stop < end_ && !crAtEdge) {
+      line = std::string_view(base + begin_, stop - begin_);
+      std::size_t next = stop + 1;
+      if (base[stop] == '\r' && next < end_ && base[next] == '\n') ++next;
+      begin_ = next;
+      return true;
+    }
+    if (!Fill()) {
+      if (begin_ == end_) return false;
+      base = buf_.data();
+      std::size_t last = base[end_ - 1] == '\r' ? end_ - 1 : end_;
+      line = std::string_view(base + begin_, last - begin_);
+      begin_ = end_;
+      return true;
+    }
+  }
+}
+
+// An open file descriptor, closed at the end of the scope.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& path) : fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    if (fd_ >= 0) {
+      struct stat st;
+      if (::fstat(fd_, &st) != 0 || S_ISDIR(st.st_mode)) {
+        ::close(fd_);
+        fd_ = -1;
+      } else {
+        ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
+      }
+    }
+  }
+  ~InputFile() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  int fd() const { return fd_; }
+
+ private:
+  int fd_;
+};
+
+// The next line as UTF-8; throws at the end of the file and on a blank line, which a
+// header can't have.
+void NextHeaderLine(LineReader& in, std::string& line) {
+  std::string_view raw;
+  if (!in.Next(raw) || raw.empty()) throw DamagedFile{};
+  line.clear();
+  AppendCp1250AsUtf8(raw, line);
+}
+
+// ---------------------------------------------------------------------------------------
+// Header lines "key=value;"
+
+void ReplaceSeparators(std::string& s, char sep) {
+  for (char& c : s) {
+    if (c == ',' || c == '.') c = sep;
+  }
+}
+
+int WholeValue(std::string_view value, long long lo, long long hi) {
+  auto v = ParseWholeNumber(value);
+  if (!v || *v < lo || *v > hi) throw DamagedFile{};
+  return static_cast<int>(*v);
+}
+
+// The tables a reader fills: the workspace's, or the merge window's own.
+struct Tables {
+  DataMatrix& data;
+  VariableTable& vars;
+  std::vector<char> numeric;  // per column of the data table: the type is numeric
+};
+
+// Appends one label line to the label text. The continuation form "=more;" adds to the
+// label before it: "1=a;/" and "=b;" give "1=a,b;/".
+void AddLabelLine(std::string& labels, std::string_view line, bool continuation, char sep) {
+  if (continuation && line.front() == '=') {
+    if (!labels.empty() && labels.back() == '/') labels.pop_back();
+    if (!labels.empty() && labels.back() == ';') labels.back() = ',';
+    labels.append(ValueOf(line));
+    labels.append(";/");
+    return;
+  }
+  std::string key = KeyOf(line);
+  ReplaceSeparators(key, sep);
+  labels.append(key);
+  labels.push_back('=');
+  labels.append(ValueOf(line));
+  labels.append(";/");
+}
+
+// Reads the header up to "<datamatrix>" into the tables. Unknown keys are skipped.
+void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuation) {
+  const char sep = ws.decimalSeparator;
+  std::string line;
+  bool pending = false;  // the line that ended a label list is still to be handled
+  int v = 1;
+  for (;;) {
+    if (!pending) NextHeaderLine(in, line);
+    pending = false;
+    const std::string key = KeyOf(line);
+    const std::string_view value = ValueOf(line);
+    if (key == "<variables>") {
+      int n = WholeValue(value, 1, kMaxVariables);
+      int rows = std::max(t.data.RowCount(), 1);
+      t.data.Resize(0, 0);
+      t.data.Resize(n + 1, rows);
+      t.vars.SetRowCount(1);
+      t.vars.SetRowCount(n + 1);
+      for (int i = 1; i <= n; ++i) t.vars.SetCell(kIndex, i, std::to_string(i));
+      t.numeric.assign(n + 1, 0);
+    } else if (key == "<cases>") {
+      int m = WholeValue(value, 0, kMaxCases);
+      t.data.SetRowCount(1);
+      t.data.SetRowCount(m + 1);
+      ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m, ws.Text(" case)", " eset)")));
+    } else if (key == "#") {
+      v = WholeValue(value, -1000000000, 1000000000);
+    } else if (key == "<name>") {
+      t.vars.SetCell(kShortName, v, value);
+      t.data.SetCell(v, 0, value);
+    } else if (key == "<longname>") {
+      t.vars.SetCell(kLongName, v, value);
+    } else if (line.front() == '$') {
+      std::string type = line.substr(1);
+      ReplaceSeparators(type, sep);
+      t.vars.SetCell(kType, v, type);
+      if (v >= 0 && v < static_cast<int>(t.numeric.size())) t.numeric[v] = line.compare(1, 3, "num") == 0;
+    } else if (key == "<labels>") {
+      std::string labels;
+      for (;;) {
+        NextHeaderLine(in, line);
+        if (line.front() == '#' || line.front() == '<') break;
+        AddLabelLine(labels, line, continuation, sep);
+      }
+      t.vars.SetCell(kGroupLabels, v, labels);
+      pending = true;
+    } else if (key == "<assign>") {
+      t.vars.SetCell(kGroupType, v, value);
+    } else if (key == "<missing>") {
+      t.vars.SetCell(kMissing, v, value);
+    } else if (key == "<help>") {
+      t.vars.SetCell(kHelp, v, value);
+    } else if (key == "<datamatrix>") {
+      t.numeric.resize(std::max<std::size_t>(t.numeric.size(), t.data.ColCount()), 0);
+      return;
+    }
+  }
+}
+
+// The first line's key is one of the two magics.
+bool HasMagic(LineReader& in) {
+  std::string_view raw;
+  if (!in.Next(raw)) return false;
+  std::string key = KeyOf(Cp1250ToUtf8(raw));
+  return key == kMagic || key == kOldMagic;
+}
+
+// ---------------------------------------------------------------------------------------
+// Data rows
+
+// A numeric field as the tables hold it: cleaned, and its first "." (or else its first ",")
+// in the local separator. A text that is no number is kept as it is.
+void CleanNumericField(std::string& field, char sep) {
+  if (!IsCleanNumber(field)) {
+    if (auto cleaned = CleanNumber(field, sep)) field = std::move(*cleaned);
+  }
+  std::size_t p = field.find('.');
+  if (p == std::string::npos) p = field.find(',');
+  if (p != std::string::npos) field[p] = sep;
+}
+
+void SetCaseNumber(DataMatrix& data, int r) {
+  char buf[16];
+  auto res = std::to_chars(buf, buf + sizeof buf, r);
+  data.SetCell(0, r, std::string_view(buf, static_cast<std::size_t>(res.ptr - buf)));
+}
+
+void ShowRowProgress(const Workspace& ws, int r, int m) {
+  if (r % 1000 != 0 || !ws.hooks.progress) return;
+  ws.ShowProgress(fmt::format("{}{} / {}", ws.Text("Loading cases: ", "Esetek betöltése: "), r, m));
+}
+
+// Reads the m data lines into the workspace. The field is carried over from column to
+// column and from row to row: a row that runs out of tabs repeats its last cut field up
+// to the column before the last, and the last column takes what is left.
+void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
+  DataMatrix& data = ws.data;
+  const int n = data.NumberOfVariables();
+  const int m = data.NumberOfCases();
+  const char sep = ws.decimalSeparator;
+  std::string field;
+  std::string converted;
+  std::string_view raw;
+  for (int r = 1; r <= m; ++r) {
+    ShowRowProgress(ws, r, m);
+    SetCaseNumber(data, r);
+    if (!in.Next(raw)) throw DamagedFile{};
+    std::string_view line = raw;
+    if (!IsAscii(raw)) {
+      converted.clear();
+      AppendCp1250AsUtf8(raw, converted);
+      line = converted;
+    }
+    const char* p = line.data();
+    const char* const e = p + line.size();
+    for (int c = 1; c <= n; ++c) {
+      const char* tab = p;
+      while (tab != e && *tab != '\t') ++tab;
+      bool cut = true;
+      if (c == n) {
+        field.assign(p, tab);
+      } else if (tab != e) {
+        field.assign(p, tab);
+        p = tab + 1;
+        if (field.size() == 1 && field[0] == ' ') field.clear();
+      } else {
+        cut = false;  // the row ended too soon: keep the field
+      }
+      if (cut && numeric[c]) CleanNumericField(field, sep);
+      data.SetCell(c, r, field);
+    }
+  }
+}
+
+// The merge reader's data: a stream of fields that end at a tab or a line end.
+bool ReadMergeRows(LineReader& in, Tables& t, char sep) {
+  const int n = t.data.NumberOfVariables();
+  const int m = t.data.NumberOfCases();
+  std::string field;
+  std::string line;
+  std::string_view rest;
+  std::string_view raw;
+  bool needLine = true;
+  for (int r = 1; r <= m; ++r) {
+    SetCaseNumber(t.data, r);
+    for (int c = 1; c <= n; ++c) {
+      if (needLine) {
+        if (!in.Next(raw)) return false;
+        line.clear();
+        AppendCp1250AsUtf8(raw, line);
+        rest = line;
+        needLine = false;
+      }
+      std::size_t tab = rest.find('\t');
+      if (tab == std::string_view::npos) {
+        field.assign(rest);
+        needLine = true;
+      } else {
+        field.assign(rest.substr(0, tab));
+        rest.remove_prefix(tab + 1);
+      }
+      if (field == " ") field.clear();
+      if (t.numeric[c]) {
+        ReplaceSeparators(field, sep);
+        CleanNumericField(field, sep);
+      }
+      t.data.SetCell(c, r, field);
+    }
+  }
+  return true;
+}
+
+// ---------------------------------------------------------------------------------------
+// Writing files
+
+void TellWriteFailure(Workspace& ws, const std::string& path, const std::string& error) {
+  ws.user.Tell(fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
+}
+
+std::string ProgramFile(const Workspace& ws, std::string_view name) {
+  return (std::filesystem::path(ws.programFolder) / name).string();
+}
+
+std::string_view EnglishGroupType(std::string_view word) {
+  switch (GroupKindOf(word)) {
+    case GroupKind::None:
+      return "none";
+    case GroupKind::Codes:
+      return "codes";
+    case GroupKind::Intervals:
+      return "intervals";
+    case GroupKind::Unknown:
+      break;
+  }
+  return word;
+}
+
+// The help text on one line: each line end (CR LF, CR or LF) becomes a backslash.
+std::string HelpOnOneLine(std::string_view help) {
+  std::string out;
+  for (std::size_t i = 0; i < help.size(); ++i) {
+    if (help[i] == '\r') {
+      out.push_back('\\');
+      if (i + 1 < help.size() && help[i + 1] == '\n') ++i;
+    } else if (help[i] == '\n') {
+      out.push_back('\\');
+    } else {
+      out.push_back(help[i]);
+    }
+  }
+  return out;
+}
+
+// Builds the file's bytes in blocks and remembers the cells whose characters had to be
+// replaced.
+class ProjectWriter {
+ public:
+  ProjectWriter(Workspace& ws, AtomicFile& out) : ws_(ws), out_(out) { buf_.reserve(kFlush + 4096); }
+
+  // A header line: the parts, then CR LF. where names the cell for the message.
+  bool Line(std::string_view head, std::string_view value, std::string_view tail, std::string_view where = {}) {
+    buf_.append(head);
+    Text(value, where);
+    buf_.append(tail);
+    buf_.append("\r\n");
+    return Flush(false);
+  }
+
+  void Text(std::string_view text, std::string_view where) {
+    if (IsAscii(text)) {
+      buf_.append(text);
+    } else if (AppendUtf8AsCp1250(text, buf_) > 0) {
+      Note(where);
+    }
+  }
+
+  void Cell(std::string_view text, int c, int r) {
+    if (IsAscii(text)) {
+      buf_.append(text);
+    } else if (AppendUtf8AsCp1250(text, buf_) > 0) {
+      Note(fmt::format("{}, {}", ws_.data.GetCell(c, 0), fmt::format(fmt::runtime(ws_.Text("case {}", "{}. eset")), r)));
+    }
+  }
+
+  void Raw(std::string_view bytes) { buf_.append(bytes); }
+
+  bool Flush(bool all) {
+    if (buf_.size() < kFlush && !all) return true;
+    bool ok = out_.Write(buf_);
+    buf_.clear();
+    return ok;
+  }
+
+  const std::vector<std::string>& replaced() const { return replaced_; }
+  std::size_t replacedCount() const { return replacedCount_; }
+
+ private:
+  static constexpr std::size_t kFlush = 1 << 20;
+  static constexpr std::size_t kListed = 20;
+
+  void Note(std::string_view where) {
+    if (replaced_.size() < kListed) replaced_.emplace_back(where);
+    ++replacedCount_;
+  }
+
+  Workspace& ws_;
+  AtomicFile& out_;
+  std::string buf_;
+  std::vector<std::string> replaced_;
+  std::size_t replacedCount_ = 0;
+};
+
+bool WriteProject(Workspace& ws, ProjectWriter& w) {
+  const DataMatrix& data = ws.data;
+  const VariableTable& vars = ws.vars;
+  const int n = data.NumberOfVariables();
+  const int m = data.NumberOfCases();
+  w.Line(kMagic, "=", std::string(kVersion) + ";");
+  w.Line("<variables>=", std::to_string(n), ";");
+  w.Line("<cases>=", std::to_string(m), ";");
+  for (int i = 1; i <= n; ++i) {
+    std::string name(vars.GetCell(kShortName, i));
+    auto where = [&](std::string_view key) { return fmt::format("{}: {}", name, key); };
+    w.Line("#=", std::to_string(i), ";");
+    w.Line("<name>=", name, ";", where("<name>"));
+    w.Line("<longname>=", vars.GetCell(kLongName, i), ";", where("<longname>"));
+    std::string type(vars.GetCell(kType, i));
+    if (type.empty() || type.back() != ';') type.push_back(';');
+    w.Line("$", type, "", where("$"));
+    w.Line("<assign>=", EnglishGroupType(vars.GetCell(kGroupType, i)), ";", where("<assign>"));
+    w.Line("<labels>=;", "", "");
+    std::string labels(vars.GetCell(kGroupLabels, i));
+    if (labels.size() > 2) {
+      std::string_view rest = labels;
+      while (!rest.empty()) {
+        std::size_t slash = rest.find('/');
+        std::string_view piece = rest.substr(0, slash);
+        if (!piece.empty()) w.Line("", piece, "", where("<labels>"));
+        rest.remove_prefix(slash == std::string_view::npos ? rest.size() : slash + 1);
+      }
+    }
+    w.Line("<help>=", HelpOnOneLine(vars.GetCell(kHelp, i)), ";", where("<help>"));
+    w.Line("<missing>=", vars.GetCell(kMissing, i), ";", where("<missing>"));
+  }
+  w.Line("<datamatrix>=;", "", "");
+  for (int r = 1; r <= m; ++r) {
+    if (r % 1000 == 0 && ws.hooks.progress) {
+      ws.ShowProgress(fmt::format("{}{}", ws.Text("Writing cases: ", "Esetek kiírása: "), r));
+    }
+    for (int c = 1; c <= n; ++c) {
+      if (c > 1) w.Raw("\t");
+      w.Cell(data.GetCell(c, r), c, r);
+    }
+    w.Raw("\r\n");
+    if (!w.Flush(false)) return false;
+  }
+  ws.ShowProgress(fmt::format("{}{}", ws.Text("Writing cases: ", "Esetek kiírása: "), m));
+  return w.Flush(true);
+}
+
+std::string FullPath(const std::string& path) {
+  std::error_code ec;
+  auto full = std::filesystem::absolute(path, ec);
+  return ec ? path : full.lexically_normal().string();
+}
+
+// Keeps the smallest legal shape of the tables after a damaged file: one variable, one case.
+void KeepMinimalShape(Workspace& ws) {
+  if (ws.data.ColCount() < 2) ws.data.SetColCount(2);
+  if (ws.data.RowCount() < 2) ws.data.SetRowCount(2);
+  if (ws.vars.RowCount() < ws.data.ColCount()) {
+    int old = ws.vars.RowCount();
+    ws.vars.SetRowCount(ws.data.ColCount());
+    for (int i = old; i < ws.vars.RowCount(); ++i) ws.vars.SetCell(kIndex, i, std::to_string(i));
+  }
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------
+
+std::string WithExtension(const std::string& path, std::string_view ext) {
+  std::filesystem::path p(path);
+  p.replace_extension(ext);
+  return p.string();
+}
+
+std::string SuggestedOutputFile(const std::string& path) {
+  std::filesystem::path p(path);
+  std::string ext = p.extension().string();
+  std::string stem = path.substr(0, path.size() - ext.size());
+  return stem + "_imp" + ext;
+}
+
+LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
+  const std::string path = FullPath(givenPath);
+  InputFile file(path);
+  if (file.fd() < 0) {
+    ws.user.Tell(fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    return LoadResult::Unreadable;
+  }
+  LoadResult result = LoadResult::Loaded;
+  ws.busy = true;
+  try {
+    LineReader in(file.fd());
+    if (!HasMagic(in)) {
+      ws.busy = false;
+      ws.user.Tell(ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
+                           "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
+      return LoadResult::NotAProject;
+    }
+    Tables tables{ws.data, ws.vars, {}};
+    ReadHeader(in, tables, ws, true);
+    ReadRows(in, ws, tables.numeric);
+  } catch (const DamagedFile&) {
+    result = LoadResult::Damaged;
+    ws.user.Tell(ws.Text("Invalid or damaged Tarvika file", "Hibás vagy sérült Tarvika fájl!"));
+    KeepMinimalShape(ws);
+    ws.data.RenumberCases();
+  }
+
+  NormaliseShortNames(ws);
+  ws.data.SetCell(0, 0, "");
+  ws.dataChanged = false;
+
+  ws.suggestedOutputFile = SuggestedOutputFile(path);
+  ws.SetCurrentFile(path);
+
+  std::vector<std::string> recent = LoadRecentFiles(ws);
+  const std::string entry = WithExtension(path, ".msw");
+  recent.push_back(entry);
+  for (int i = static_cast<int>(recent.size()) - 2; i >= 0; --i) {
+    if (EqualIgnoringCase(recent[i], entry)) recent.erase(recent.begin() + i);
+  }
+  StoreRecentFiles(ws, recent);
+
+  NormaliseShortNames(ws);
+  CheckDuplicateNames(ws);
+  ws.ShowProgress("");
+  ws.busy = false;
+  return result;
+}
+
+bool SaveProject(Workspace& ws, const std::string& givenPath) {
+  const std::string path = FullPath(givenPath);
+  AtomicFile out(path);
+  if (!out.Open()) {
+    TellWriteFailure(ws, path, out.error());
+    return false;
+  }
+  ProjectWriter writer(ws, out);
+  if (!WriteProject(ws, writer) || !out.Commit()) {
+    ws.ShowProgress("");
+    TellWriteFailure(ws, path, out.error());
+    return false;
+  }
+  if (writer.replacedCount() > 0) {
+    std::string list;
+    for (const std::string& where : writer.replaced()) list += "\r\n" + where;
+    if (writer.replacedCount() > writer.replaced().size()) list += "\r\n...";
+    ws.user.Tell(fmt::format("{}{}",
+                             ws.Text("A project file cannot hold some characters of these cells; they were saved as \"?\":",
+                                     "Ezeknek a celláknak néhány karakterét a projektfájl nem tudja tárolni; helyükre \"?\" került:"),
+                             list));
+  }
+
+  std::vector<std::string> recent = LoadRecentFiles(ws);
+  recent.insert(recent.begin(), path);
+  StoreRecentFiles(ws, recent);
+
+  ws.user.Tell("Saved: " + path);
+  ws.ShowProgress("");
+  ws.SetCurrentFile(path);
+  ws.dataChanged = false;
+  return true;
+}
+
+MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mode) {
+  MergeSource src;
+  src.vars.Resize(kVariableTableColumns, 1);
+  src.data.Resize(2, 2);
+  InputFile file(path);
+  if (file.fd() < 0) {
+    ws.user.Tell(fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    return src;
+  }
+  try {
+    LineReader in(file.fd());
+    if (!HasMagic(in)) {
+      ws.user.Tell(ws.Text("This is not a valid Tarvika file.", "Ez nem egy szabályos Tarvika állomány"));
+      src.result = LoadResult::NotAProject;
+      return src;
+    }
+    Tables tables{src.data, src.vars, {}};
+    ReadHeader(in, tables, ws, false);
+    if (!ReadMergeRows(in, tables, ws.decimalSeparator)) {
+      ws.user.Tell(ws.Text("Error while reading data table.\r\nReading interrupted.",
+                           "Hiba az adattábla olvasása közben.\r\nBeolvasás félbeszakítva."));
+      src.result = LoadResult::Damaged;
+      return src;
+    }
+  } catch (const DamagedFile&) {
+    ws.user.Tell(ws.Text("Invalid or damaged Tarvika file", "Hibás vagy sérült Tarvika fájl!"));
+    src.result = LoadResult::Damaged;
+    return src;
+  }
+  src.data.SetCell(0, 0, "");
+  src.result = LoadResult::Loaded;
+  src.title = (mode == MergeMode::AddCases ? "Merge files: add cases from " : "Merge files: add variables from ") + path;
+  return src;
+}
+
+void LoadDefaultVariable(Workspace& ws) {
+  const std::string path = ProgramFile(ws, "default.var");
+  std::vector<std::string> lines;
+  if (auto read = ReadTextLines(path)) {
+    lines = std::move(*read);
+  } else {
+    lines = {"num=0_0;", "", "nincs"};
+    WriteTextLines(path, lines, nullptr);
+  }
+  lines.resize(3);
+  ws.vars.SetDefaultVariable(lines[0], lines[1], lines[2]);
+}
+
+bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view labels, std::string_view groupType) {
+  ws.vars.SetDefaultVariable(type, labels, groupType);
+  const std::string path = ProgramFile(ws, "default.var");
+  std::string error;
+  if (!WriteTextLines(path, {std::string(type), std::string(labels), std::string(groupType)}, &error)) {
+    TellWriteFailure(ws, path, error);
+    return false;
+  }
+  return true;
+}
+
+std::vector<std::string> LoadRecentFiles(const Workspace& ws) {
+  std::vector<std::string> files;
+  if (auto lines = ReadTextLines(ProgramFile(ws, "last.mod"))) {
+    for (std::string& line : *lines) {
+      if (!line.empty()) files.push_back(std::move(line));
+    }
+  }
+  return files;
+}
+
+bool StoreRecentFiles(const Workspace& ws, const std::vector<std::string>& files) {
+  return WriteTextLines(ProgramFile(ws, "last.mod"), files, nullptr);
+}
+
+}  // namespace tarvika
