@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fmt/format.h>
 
+#include "lang/cp1250.h"
 #include "lang/utf8.h"
 #include "workspace/workspace.h"
 
@@ -44,9 +45,8 @@ std::vector<std::string_view> Banner(Language lang, bool rBased) {
 
 }  // namespace
 
-// Identity until the code-page conversion of the project files is in place.
-std::string ToReportEncoding(std::string_view utf8) { return std::string(utf8); }
-std::string FromReportEncoding(std::string_view bytes) { return std::string(bytes); }
+std::string ToReportEncoding(std::string_view utf8) { return Utf8ToCp1250(utf8); }
+std::string FromReportEncoding(std::string_view bytes) { return Cp1250ToUtf8(bytes); }
 
 std::string LastReportPath(const std::string& programFolder, ReportFormat format) {
   auto p = std::filesystem::path(programFolder) / "output" /

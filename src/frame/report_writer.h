@@ -18,7 +18,7 @@ class Workspace;
 enum class ReportFormat { Text, Html };
 
 // The one place where report text meets the disk: the tables hold UTF-8, report files are
-// kept in the code page of the project files.
+// Windows-1250 like the project files.
 std::string ToReportEncoding(std::string_view utf8);
 std::string FromReportEncoding(std::string_view bytes);
 

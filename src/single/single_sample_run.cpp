@@ -5,6 +5,7 @@
 
 #include "frame/data_feed.h"
 #include "lang/utf8.h"
+#include "workspace/session.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -53,7 +54,7 @@ bool SingleSampleRunner::Run() {
   mode_ = request_.commandCode;
   if (!report_.OpenReport(SingleSampleTitle(mode_, ws_.language))) return false;
   if (mode_ != 11) {
-    report_.Line(T("Sorry, under construction.", "Sajnos, ez a rész még készül."));
+    report_.Line(UnderConstruction(ws_.language));
     report_.CloseReport();
     report_.ShowReport();
     return true;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/report_writer.h"
 #include "workspace/workspace.h"
 
 namespace tarvika::testing {
@@ -59,12 +60,14 @@ struct MemoryWorkspace {
     std::filesystem::remove_all(programFolder, ec);
   }
 
-  std::string Output(const std::string& name) const {
+  // The bytes of a file of the output folder, and its text read back into UTF-8.
+  std::string RawOutput(const std::string& name) const {
     std::ifstream in(programFolder / "output" / name, std::ios::binary);
     std::ostringstream s;
     s << in.rdbuf();
     return s.str();
   }
+  std::string Output(const std::string& name) const { return FromReportEncoding(RawOutput(name)); }
 
   ScriptedChannel user;
   Workspace ws;

@@ -100,6 +100,8 @@ TEST(ReportWriter, HtmlReportHasItsHeadCellsAndClosingTags) {
                                        "</TABLE>",
                                        "</BODY></HTML>"};
   EXPECT_EQ(CrLfLines(m.Output("zuli_akt.html")), expected);
+  // On disk the report is Windows-1250: "á" is one byte.
+  EXPECT_NE(m.RawOutput("zuli_akt.html").find("<TITLE>Alapstatisztik\xE1k</TITLE>"), std::string::npos);
 }
 
 TEST(ReportWriter, NamesArePaddedAndLongNamesAddedOnlyWhenLonger) {
