@@ -38,6 +38,11 @@ bool IsMissingByCodes(const MissingCodes& m, double x) {
 DataFeed::DataFeed(const Workspace& ws, const std::vector<MissingCodes>& missing, std::vector<int> columns)
     : ws_(ws), missing_(missing), columns_(std::move(columns)), separator_(ws.decimalSeparator) {
   if (columns_.empty()) columns_.push_back(0);
+  codesAt_.resize(columns_.size());
+  for (std::size_t i = 1; i < columns_.size(); ++i) {
+    int v = columns_[i];
+    if (v >= 1 && v < static_cast<int>(missing_.size())) codesAt_[i] = missing_[v];
+  }
 }
 
 bool DataFeed::IsMissingCode(int variable, double x) const {
@@ -52,9 +57,11 @@ void DataFeed::ReadRow(int row, int count, std::vector<double>& values, std::vec
     values[i] = 0;
     missings[i] = 1;
     if (text.empty()) continue;
-    if (auto x = ParseEitherSeparator(text, separator_)) {
+    auto x = ParsePlainDecimal(text, separator_);
+    if (!x) x = ParseEitherSeparator(text, separator_);
+    if (x) {
       values[i] = *x;
-      missings[i] = IsMissingCode(v, *x) ? 1 : 0;
+      missings[i] = codesAt_[i].count != 0 && IsMissingByCodes(codesAt_[i], *x);
     }
   }
 }

@@ -43,6 +43,7 @@ class DataFeed {
   const Workspace& ws_;
   const std::vector<MissingCodes>& missing_;
   std::vector<int> columns_;
+  std::vector<MissingCodes> codesAt_;  // the codes of each position of the feed
   char separator_;
 };
 
