@@ -3,33 +3,16 @@
 #include <algorithm>
 #include <filesystem>
 #include <fmt/format.h>
-#include <fstream>
-#include <sstream>
 
 #include "frame/report_writer.h"
 #include "lang/utf8.h"
+#include "workspace/text_files.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Escape(std::string_view s) {
-  std::string out;
-  for (char c : s) {
-    if (c == '&') {
-      out += "&amp;";
-    } else if (c == '<') {
-      out += "&lt;";
-    } else if (c == '>') {
-      out += "&gt;";
-    } else {
-      out.push_back(c);
-    }
-  }
-  return out;
-}
 
 std::string WithoutStars(std::string_view s) {
   std::string out;
@@ -59,27 +42,11 @@ std::string HtmlRow(std::string_view line) {
     } else if (cell.ends_with("*") || cell.ends_with("* ")) {
       attributes += " bgcolor=\"#ffff00\"";
     }
-    out += "<TD" + attributes + ">" + Escape(WithoutStars(cell)) + "</TD>";
+    out += "<TD" + attributes + ">" + EscapeHtml(WithoutStars(cell)) + "</TD>";
     if (tab == std::string_view::npos) break;
     start = tab + 1;
   }
   return out + "</TR>";
-}
-
-// Writes text through a temporary file in the same folder renamed over the target.
-bool StoreFile(const std::string& path, const std::string& bytes) {
-  std::string temporary = path + ".tmp";
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.flush();
-    if (!out) return false;
-  }
-  std::error_code ec;
-  fs::rename(temporary, path, ec);
-  if (ec) fs::remove(temporary, ec);
-  return !ec;
 }
 
 std::vector<std::string> SplitLines(std::string_view text) {
@@ -136,14 +103,14 @@ std::string ReportToHtml(const std::vector<std::string>& lines) {
       if (line.starts_with("   ") && nextIsRow) {
         auto columns = std::count(lines[i + 1].begin(), lines[i + 1].end(), '\t') + 1;
         out += fmt::format("<TABLE BORDER><TR><TD bgcolor=#000000 colspan={}><B><FONT COLOR=\"#ffffff\">{}</FONT></B></TD></TR>",
-                           columns, Escape(line));
+                           columns, EscapeHtml(line));
         inTable = true;
       } else if (line.ends_with("**")) {
-        out += "<FONT color=\"#ff0000\">" + Escape(line.substr(0, line.find_last_not_of('*') + 1)) + "</FONT><BR>";
+        out += "<FONT color=\"#ff0000\">" + EscapeHtml(line.substr(0, line.find_last_not_of('*') + 1)) + "</FONT><BR>";
       } else if (line.ends_with("*")) {
-        out += "<FONT color=\"#0000ff\">" + Escape(line.substr(0, line.find_last_not_of('*') + 1)) + "</FONT><BR>";
+        out += "<FONT color=\"#0000ff\">" + EscapeHtml(line.substr(0, line.find_last_not_of('*') + 1)) + "</FONT><BR>";
       } else {
-        out += Escape(line) + "<BR>";
+        out += EscapeHtml(line) + "<BR>";
       }
     }
     out += "\r\n";
@@ -159,28 +126,19 @@ ReportViewer::ReportViewer(Workspace& ws) : ws_(ws) {
 }
 
 bool ReportViewer::LoadPage(Page page, const std::string& path, bool tellMissing) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
+  auto lines = ReadTextLines(path);
+  if (!lines) {
     if (tellMissing) {
       ws_.user.Tell(std::string(ws_.Text("Output file missing: ", "Kimeneti fájl hiányzik: ")) + path);
     }
     return false;
   }
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  std::string text = FromReportEncoding(bytes.str());
-  std::string lines;
-  lines.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\r') {
-      lines.push_back('\n');
-      if (i + 1 < text.size() && text[i + 1] == '\n') ++i;
-    } else {
-      lines.push_back(text[i]);
-    }
+  std::string text;
+  for (std::size_t i = 0; i < lines->size(); ++i) {
+    if (i > 0) text.push_back('\n');
+    text += (*lines)[i];
   }
-  if (!lines.empty() && lines.back() == '\n') lines.pop_back();
-  text_[page] = std::move(lines);
+  text_[page] = std::move(text);
   return true;
 }
 
@@ -231,9 +189,7 @@ void ReportViewer::AppendToComplete() {
 }
 
 bool ReportViewer::SaveAndExit() {
-  std::string bytes;
-  for (const std::string& line : SplitLines(text_[kComplete])) bytes += line + "\r\n";
-  if (!StoreFile(path_[kComplete], ToReportEncoding(bytes))) {
+  if (!WriteTextLines(path_[kComplete], SplitLines(text_[kComplete]))) {
     ws_.user.Tell(std::string(ws_.Text("Could not write ", "Nem írható: ")) + path_[kComplete]);
     return false;
   }
@@ -304,7 +260,8 @@ int ReportViewer::ReplaceAll(std::string_view what, std::string_view with, bool 
 
 std::string ReportViewer::ShowAsHtml() {
   std::string path = LastReportPath(ws_.programFolder, ReportFormat::Html);
-  if (!StoreFile(path, ToReportEncoding(ReportToHtml(Lines(kLast))))) {
+  AtomicFile file(path);
+  if (!file.Open() || !file.Write(ToReportEncoding(ReportToHtml(Lines(kLast)))) || !file.Commit()) {
     ws_.user.Tell(std::string(ws_.Text("Could not write ", "Nem írható: ")) + path);
     return {};
   }

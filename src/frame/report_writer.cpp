@@ -14,20 +14,6 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kFlushSize = 1 << 20;
 
-std::string EscapeHtml(std::string_view s) {
-  std::string out;
-  out.reserve(s.size());
-  for (char c : s) {
-    switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      default: out.push_back(c);
-    }
-  }
-  return out;
-}
-
 std::vector<std::string_view> Banner(Language lang, bool rBased) {
   if (rBased) {
     return {"|| ZUL-R 2.0",
@@ -47,6 +33,20 @@ std::vector<std::string_view> Banner(Language lang, bool rBased) {
 
 std::string ToReportEncoding(std::string_view utf8) { return Utf8ToCp1250(utf8); }
 std::string FromReportEncoding(std::string_view bytes) { return Cp1250ToUtf8(bytes); }
+
+std::string EscapeHtml(std::string_view s) {
+  std::string out;
+  out.reserve(s.size());
+  for (char c : s) {
+    switch (c) {
+      case '&': out += "&amp;"; break;
+      case '<': out += "&lt;"; break;
+      case '>': out += "&gt;"; break;
+      default: out.push_back(c);
+    }
+  }
+  return out;
+}
 
 std::string LastReportPath(const std::string& programFolder, ReportFormat format) {
   auto p = std::filesystem::path(programFolder) / "output" /

@@ -27,6 +27,9 @@ std::string FromReportEncoding(std::string_view bytes);
 std::string LastReportPath(const std::string& programFolder, ReportFormat format = ReportFormat::Text);
 std::string CompleteReportPath(const std::string& programFolder);
 
+// s with "&", "<" and ">" written as html entities.
+std::string EscapeHtml(std::string_view s);
+
 // The text of a number cell without its frame (the tab or the <TD>): divides, guards and
 // prints with a dot. `width` pads on the left when padToWidth is set (html mode). See
 // WriteRatio for the meaning of the arguments.
