@@ -35,6 +35,7 @@ struct CliContext {
 };
 
 void RegisterMenuCommand(CLI::App& app, CliContext& context);
+void RegisterRunCommand(CLI::App& app, CliContext& context);
 
 // A fresh workspace of the session: its language, the machine's decimal separator, the
 // program folder, and the person on standard error.

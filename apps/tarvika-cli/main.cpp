@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterMenuCommand(app, context);
   tarvika::cli::RegisterInfo(app, context);
   tarvika::cli::RegisterResave(app, context);
+  tarvika::cli::RegisterRunCommand(app, context);
 
   try {
     app.parse(argc, argv);

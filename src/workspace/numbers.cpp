@@ -7,6 +7,7 @@
 #include <locale.h>
 
 #include <charconv>
+#include <cstdint>
 
 namespace tarvika {
 
@@ -21,11 +22,13 @@ char DecimalSeparatorFromLocale() {
   return sep;
 }
 
+
 std::optional<double> ParseLocalNumber(std::string_view text, char separator) {
   std::size_t b = 0, e = text.size();
   while (b < e && (text[b] == ' ' || text[b] == '\t')) ++b;
   while (e > b && (text[e - 1] == ' ' || text[e - 1] == '\t')) --e;
   if (b == e) return std::nullopt;
+  if (auto v = ParsePlainDecimal(text.substr(b, e - b), separator)) return v;
   // Copy into a small buffer with "." as separator, checking the shape on the way.
   char buf[64];
   std::size_t n = 0;

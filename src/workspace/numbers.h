@@ -2,6 +2,8 @@
 // Numbers as text: the tables hold numbers in the machine's decimal separator, files and
 // reports may use either "." or ",". These helpers parse and print them.
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +19,40 @@ std::optional<double> ParseLocalNumber(std::string_view text, char separator);
 
 // The first "." becomes ","; when there is none, the first "," becomes ".".
 std::string FixSeparator(std::string_view text);
+
+// The common case of a table cell, fast: an optional sign and at most 15 digits with at
+// most one separator, nothing else (no blanks, no exponent); nullopt for any other text,
+// which ParseLocalNumber then reads. The digits make an exact integer and the power of ten
+// is exact, so the one division rounds correctly, as the general path does.
+inline std::optional<double> ParsePlainDecimal(std::string_view text, char separator) {
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  std::size_t i = 0;
+  bool negative = false;
+  if (!text.empty() && (text[0] == '+' || text[0] == '-')) {
+    negative = text[0] == '-';
+    ++i;
+  }
+  std::uint64_t mantissa = 0;
+  int digits = 0;
+  int decimals = -1;  // -1 until the separator is seen
+  for (; i < text.size(); ++i) {
+    char c = text[i];
+    if (c >= '0' && c <= '9') {
+      if (++digits > 15) return std::nullopt;
+      mantissa = mantissa * 10 + static_cast<unsigned>(c - '0');
+      if (decimals >= 0) ++decimals;
+    } else if (c == separator && decimals < 0) {
+      decimals = 0;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (digits == 0) return std::nullopt;
+  double value = static_cast<double>(mantissa);
+  if (decimals > 0) value /= kPowers[decimals];
+  return negative ? -value : value;
+}
 
 // Parses with the local separator and, when that fails, once more after FixSeparator.
 std::optional<double> ParseEitherSeparator(std::string_view text, char separator);

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstdlib>
+
 #include "workspace/numbers.h"
 
 namespace tarvika {
@@ -39,6 +42,25 @@ TEST(Numbers, CleanNumberNormalisesTypedText) {
   EXPECT_EQ(CleanNumber("   ", '.'), "");
   EXPECT_EQ(CleanNumber("x", '.'), "x");  // one character is left alone
   EXPECT_EQ(CleanNumber("abc", '.'), std::nullopt);
+}
+
+TEST(Numbers, PlainDecimalsReadExactlyAsTheGeneralParser) {
+  // Cells of up to 15 digits take a shorter path; it must give the correctly rounded double.
+  std::uint64_t state = 7;
+  for (int k = 0; k < 20000; ++k) {
+    state = state * 6364136223846793005ULL + 1442695040888963407ULL;
+    std::string digits = std::to_string(state >> 14).substr(0, 1 + (state >> 3) % 15);
+    std::size_t point = (state >> 7) % (digits.size() + 1);
+    std::string text = ((state >> 11) % 2 ? "-" : "") + digits.substr(0, point) + "," + digits.substr(point);
+    std::string dotted = text;
+    dotted[dotted.find(',')] = '.';
+    ASSERT_EQ(ParseLocalNumber(text, ','), std::strtod(dotted.c_str(), nullptr)) << text;
+  }
+  EXPECT_EQ(ParseLocalNumber("1234567890123456,5", ','), 1234567890123456.5);  // 16 digits: general path
+  EXPECT_EQ(ParseLocalNumber("+7", '.'), 7);
+  EXPECT_EQ(ParseLocalNumber("7.", '.'), 7);
+  EXPECT_EQ(ParseLocalNumber("1.5.", '.'), std::nullopt);
+  EXPECT_EQ(ParseLocalNumber("-", '.'), std::nullopt);
 }
 
 }  // namespace

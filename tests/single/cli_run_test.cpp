@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <sys/wait.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Result {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+// Runs tarvika-cli with the arguments in a program folder of its own.
+class CliRun : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = fs::temp_directory_path() /
+              ("tarvika_cli_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  Result Cli(const std::string& args) {
+    std::string errFile = (folder_ / "stderr.txt").string();
+    std::string command = std::string(TARVIKA_PROGRAM_DIR) + "/tarvika-cli --program-dir '" + folder_.string() +
+                          "' " + args + " 2>'" + errFile + "'";
+    Result r;
+    FILE* pipe = popen(command.c_str(), "r");
+    std::array<char, 4096> buffer;
+    for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) r.out.append(buffer.data(), n);
+    int status = pclose(pipe);
+    r.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    r.err = Read(errFile);
+    return r;
+  }
+  static std::string Read(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+  }
+  static std::string Survey() { return std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"; }
+  static std::string Expected(const std::string& name) {
+    std::string text = Read(std::string(TARVIKA_TEST_DATA) + "/single/expected/" + name);
+    std::string crlf;
+    for (char c : text) {
+      if (c == '\n') crlf.push_back('\r');
+      crlf.push_back(c);
+    }
+    return crlf;
+  }
+  // The report with the path of the project in it, which differs between machines, made fixed.
+  static std::string WithoutProjectPath(std::string report) {
+    std::size_t at = report.find(Survey());
+    if (at != std::string::npos) report.replace(at, Survey().size(), "survey.msw");
+    return report;
+  }
+  bool ReportWritten() const { return fs::exists(folder_ / "output" / "zuli_akt.txt"); }
+
+  fs::path folder_;
+};
+
+TEST_F(CliRun, SurveyReportsMatchTheReportsCheckedByHand) {
+  Result en = Cli("run " + Survey() + " --command 11 --vars Wr.Hnd,NW.Hnd,Pulse,Height,Age --cond Smoke --lang en");
+  ASSERT_EQ(en.status, 0) << en.err;
+  EXPECT_EQ(WithoutProjectPath(en.out), Expected("survey_en_smoke.txt"));
+  EXPECT_EQ(WithoutProjectPath(Read(folder_ / "output" / "zuli_akt.txt")), Expected("survey_en_smoke.txt"));
+
+  Result hu = Cli("run " + Survey() + " --command 11 --vars Age,Height,Pulse --cond Age --lang hu --format html");
+  ASSERT_EQ(hu.status, 0) << hu.err;
+  EXPECT_EQ(hu.out, Expected("survey_hu_age.html"));
+
+  // Without --lang the language of Tarvika.cfg applies; --out copies the report file.
+  std::ofstream(folder_ / "Tarvika.cfg") << "nyelv=angol;\r\n";
+  std::string copy = (folder_ / "copy.txt").string();
+  Result plain = Cli("run " + Survey() + " --command 11 --vars Pulse,Sex --out '" + copy + "'");
+  ASSERT_EQ(plain.status, 0) << plain.err;
+  EXPECT_TRUE(plain.out.empty());
+  EXPECT_EQ(WithoutProjectPath(Read(copy)), Expected("survey_en.txt"));
+}
+
+TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
+  struct Bad {
+    std::string args;
+    std::string message;
+  };
+  std::ofstream(folder_ / "bad.msw") << "hello\r\n";
+  std::vector<Bad> cases = {
+      {"run " + Survey() + " --command 11 --lang en", "At least one variable has to be selected."},
+      {"run " + Survey() + " --command 11 --vars Pulse,Weight --lang en", "Unknown variable: Weight"},
+      {"run " + Survey() + " --command 11 --vars Pulse --cond Colour --lang hu", "Ismeretlen változó: Colour"},
+      {"run " + Survey() + " --command 21 --vars Pulse --lang en", "Unknown command: 21"},
+      {"run " + (folder_ / "none.msw").string() + " --command 11 --vars Pulse --lang en", ""},
+      {"run " + (folder_ / "bad.msw").string() + " --command 11 --vars Pulse --lang en",
+       "This is an invalid Tarvika file"},
+      {"run " + Survey() + " --command 11 --vars Pulse --lang de", "--lang"},
+      {"run " + Survey() + " --vars Pulse", "--command"},
+  };
+  for (const Bad& c : cases) {
+    Result r = Cli(c.args);
+    EXPECT_EQ(r.status, 2) << c.args;
+    EXPECT_NE(r.err.find(c.message), std::string::npos) << c.args << "\n" << r.err;
+    EXPECT_FALSE(r.err.empty()) << c.args;
+    EXPECT_TRUE(r.out.empty()) << c.args;
+    EXPECT_FALSE(ReportWritten()) << c.args;
+  }
+}
+
+}  // namespace
