@@ -261,7 +261,7 @@ int ReportViewer::ReplaceAll(std::string_view what, std::string_view with, bool 
 std::string ReportViewer::ShowAsHtml() {
   std::string path = LastReportPath(ws_.programFolder, ReportFormat::Html);
   AtomicFile file(path);
-  if (!file.Open() || !file.Write(ToReportEncoding(ReportToHtml(Lines(kLast)))) || !file.Commit()) {
+  if (!file.Open() || !file.Write(ToReportEncoding(ReportToHtml(Lines(kLast)))) || !file.Commit(false)) {
     ws_.user.Tell(std::string(ws_.Text("Could not write ", "Nem írható: ")) + path);
     return {};
   }

@@ -1,4 +1,7 @@
 #pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
 // A workspace filled in memory for the tests of the analysis frame and the analyses, with
 // its own program folder under the temporary directory.
 
@@ -49,7 +52,10 @@ struct MemoryWorkspace {
       ws.data.SetCell(0, r, std::to_string(r));
       for (int v = 1; v <= n && v <= static_cast<int>(rows[r - 1].size()); ++v) ws.data.SetCell(v, r, rows[r - 1][v - 1]);
     }
-    programFolder = std::filesystem::temp_directory_path() / ("tarvika_test_" + folder);
+    // One folder per process and test: ctest runs the tests in parallel processes.
+    programFolder = std::filesystem::temp_directory_path() /
+                    ("tarvika_test_" + folder + "_" + std::to_string(::getpid()) + "_" +
+                     ::testing::UnitTest::GetInstance()->current_test_info()->name());
     std::filesystem::remove_all(programFolder);
     std::filesystem::create_directories(programFolder / "output");
     ws.programFolder = programFolder.string();
