@@ -1,5 +1,7 @@
 #include "frame/report_writer.h"
 
+#include "workspace/numbers.h"
+
 #include <cmath>
 #include <filesystem>
 #include <fmt/format.h>
@@ -78,7 +80,7 @@ std::string RatioText(Language lang, int width, int decimals, double guard, doub
     if (a - std::floor(a) < 1e-08 && decimals < 8) d = 0;
     if (a < 1e-05 && decimals == 9) d = 0;
   }
-  std::string s = fmt::format("{:.{}f}", value, d);
+  std::string s = FormatFixed(value, d);
   // A value that rounds to zero prints without a sign.
   if (s.front() == '-' && s.find_first_not_of("-0.") == std::string::npos) s.erase(0, 1);
   return framed(std::move(s));

@@ -7,6 +7,8 @@
 #include <locale.h>
 
 #include <charconv>
+
+#include <fmt/format.h>
 #include <cstdint>
 
 namespace tarvika {
@@ -141,6 +143,30 @@ std::string FormatGeneral(double value, char separator) {
     if (dot != std::string::npos) s[dot] = separator;
   }
   return s;
+}
+
+std::string FormatFixed(double value, int decimals) {
+  std::string rounded = fmt::format("{:.{}f}", value, decimals);
+  if (!std::isfinite(value)) return rounded;
+  // 40 more places show the whole expansion of any double that could be a tie here.
+  std::string exact = fmt::format("{:.{}f}", value, decimals + 40);
+  std::size_t cut = exact.size() - 40;
+  if (exact[cut] != '5' || exact.find_first_not_of('0', cut + 1) != std::string::npos) return rounded;
+  // Away from zero: the truncated digits plus one unit in the last place.
+  std::string digits = exact.substr(0, cut);
+  if (decimals == 0) digits.pop_back();  // the point
+  int i = static_cast<int>(digits.size()) - 1;
+  for (; i >= 0; --i) {
+    if (digits[i] == '.' ) continue;
+    if (digits[i] == '-') break;
+    if (digits[i] != '9') {
+      ++digits[i];
+      return digits;
+    }
+    digits[i] = '0';
+  }
+  digits.insert(i + 1, "1");
+  return digits;
 }
 
 std::optional<std::string> CleanNumber(std::string_view text, char separator) {

@@ -70,6 +70,11 @@ std::optional<long long> ParseWholeNumber(std::string_view text);
 // separator; exponent form ("1.5E-5", "1E20") below 1e-4 and from 1e15 on.
 std::string FormatGeneral(double value, char separator);
 
+// The value with exactly `decimals` decimals and a dot. An exact tie (a value whose decimal
+// expansion ends in 5 just past the last printed place) rounds away from zero, as reports
+// always have; the standard library would round it to the even digit.
+std::string FormatFixed(double value, int decimals);
+
 // Normalises a typed numeric text: cuts leading blanks and trailing separators, keeps at
 // most 11 decimals, and prints the number again in the general format ("007" -> "7").
 // Texts of one character are returned as they are. nullopt when the text is no number.

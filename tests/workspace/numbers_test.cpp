@@ -32,6 +32,18 @@ TEST(Numbers, GeneralFormatPrintsShortestUpToFifteenDigits) {
   EXPECT_EQ(FormatGeneral(1e20, '.'), "1E20");
 }
 
+TEST(Numbers, FixedDecimalsRoundExactTiesAwayFromZero) {
+  EXPECT_EQ(FormatFixed(17.625, 2), "17.63");
+  EXPECT_EQ(FormatFixed(-17.625, 2), "-17.63");
+  EXPECT_EQ(FormatFixed(2.5, 0), "3");
+  EXPECT_EQ(FormatFixed(9.995, 2), "9.99");    // below the tie in binary
+  EXPECT_EQ(FormatFixed(99.5, 0), "100");
+  EXPECT_EQ(FormatFixed(-0.125, 2), "-0.13");
+  EXPECT_EQ(FormatFixed(0.0625, 3), "0.063");
+  EXPECT_EQ(FormatFixed(12.345, 2), "12.35");  // above the tie in binary
+  EXPECT_EQ(FormatFixed(1.0 / 3, 4), "0.3333");
+}
+
 TEST(Numbers, CleanNumberNormalisesTypedText) {
   EXPECT_EQ(CleanNumber(" 12.", '.'), "12");
   EXPECT_EQ(CleanNumber("007", '.'), "7");
