@@ -1,11 +1,11 @@
 #include "numeric/probability.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <iostream>
 #include <utility>
-
-#include <fmt/format.h>
 
 namespace tarvika {
 
@@ -71,7 +71,8 @@ Real BetaCfL(Real a, Real b, Real x) {
 
 Real BetaIL(Real a, Real b, Real x) {
   if (x < 0 || x > 1) {
-    Complain(fmt::format(" x = {:.2f}\nPause in routine BETAI - invalid x argument.", static_cast<double>(x)));
+    Complain(
+        fmt::format(" x = {:.2f}\nPause in routine BETAI - invalid x argument.", static_cast<double>(x)));
   }
   Real bt = 0;
   if (x != 0 && x != 1) {
@@ -90,7 +91,9 @@ Real NormalCdfL(Real z) {
   return z > 0 ? c : 1 - c;
 }
 
-Real UpperNormal2(Real z) { return 2 * (1 - NormalCdfL(std::fabs(z))); }
+Real UpperNormal2(Real z) {
+  return 2 * (1 - NormalCdfL(std::fabs(z)));
+}
 
 // The auxiliary function of the Peizer-Pratt approximation.
 Real PeizerPrattG(Real w) {
@@ -114,8 +117,8 @@ Real PeizerPrattFP(Real f, Real df1, Real df2) {
   return 1 - NormalCdfL(z);
 }
 
-// Upper tail of chi-square for df above 100. The textbook form has a factor 2 under the
-// root; the program never had it and its chi-square p-values for large df are kept as is.
+// Upper tail of chi-square for df above 100, a normal approximation in chi-square units:
+// there is no factor 2 under the root, which the same form carries in gamma units.
 Real LargeDfChiSquareP(Real x, int df) {
   if (std::fabs(x - df + 1) < kZero) {
     const Real z = (df + 0.24L) / (3 * df * std::sqrt(2.0L * df - 2));
@@ -182,15 +185,25 @@ std::string_view SignificanceMarker(double p) {
   return "";
 }
 
-void SignificanceMarker(double p, std::string& marker) { marker = SignificanceMarker(p); }
+void SignificanceMarker(double p, std::string& marker) {
+  marker = SignificanceMarker(p);
+}
 
-const std::string& LastMarker() { return lastMarker; }
+const std::string& LastMarker() {
+  return lastMarker;
+}
 
-double LastEnumerationCount() { return lastEnumerationCount; }
+double LastEnumerationCount() {
+  return lastEnumerationCount;
+}
 
-void SetDiagnosticHook(DiagnosticHook hook) { Diagnostics() = std::move(hook); }
+void SetDiagnosticHook(DiagnosticHook hook) {
+  Diagnostics() = std::move(hook);
+}
 
-double Power(double x, double y) { return static_cast<double>(std::exp(y * std::log(static_cast<Real>(x)))); }
+double Power(double x, double y) {
+  return static_cast<double>(std::exp(y * std::log(static_cast<Real>(x))));
+}
 
 double IntPower(double x, int k) {
   Real result = 1;
@@ -198,15 +211,25 @@ double IntPower(double x, int k) {
   return static_cast<double>(result);
 }
 
-double LnGamma(double x) { return static_cast<double>(LnGammaL(x)); }
+double LnGamma(double x) {
+  return static_cast<double>(LnGammaL(x));
+}
 
-double BETACF(double a, double b, double x) { return static_cast<double>(BetaCfL(a, b, x)); }
+double BETACF(double a, double b, double x) {
+  return static_cast<double>(BetaCfL(a, b, x));
+}
 
-double BETAI(double a, double b, double x) { return static_cast<double>(BetaIL(a, b, x)); }
+double BETAI(double a, double b, double x) {
+  return static_cast<double>(BetaIL(a, b, x));
+}
 
-double NormalCdf(double z) { return static_cast<double>(NormalCdfL(z)); }
+double NormalCdf(double z) {
+  return static_cast<double>(NormalCdfL(z));
+}
 
-double NormalP2(double z) { return Marked(UpperNormal2(z)); }
+double NormalP2(double z) {
+  return Marked(UpperNormal2(z));
+}
 
 double StudentP2(double t, double df) {
   if (df < 1) {
@@ -371,12 +394,13 @@ FisherResult FisherExactP2(int a, int b, int c, int d) {
   }
 
   // The other tail, from the largest a the margins allow, while its tables are no more
-  // probable than the observed one.
+  // probable than the observed one. A table exactly as probable (the mirror image of a
+  // symmetric table) counts even when rounding puts it a hair above.
   const int r1 = a + b, r2 = c + d, c1 = a + c;
   int aa = std::min(r1, c1);
   int bb = r1 - aa, cc = c1 - aa, dd = r2 - cc;
   p = TableProbability(aa, bb, cc, dd);
-  while (p <= p0 && sum < 1 && aa > a) {
+  while (p <= p0 * (1 + 1e-7L) && sum < 1 && aa > a) {
     sum += p;
     p *= (static_cast<Real>(aa) / (bb + 1)) * (static_cast<Real>(dd) / (cc + 1));
     --aa, ++bb, ++cc, --dd;

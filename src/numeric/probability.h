@@ -30,9 +30,9 @@ void SetDiagnosticHook(DiagnosticHook hook);
 
 // ---- Elementary ------------------------------------------------------------------------
 
-double Power(double x, double y);    // exp(y ln x), x > 0
-double IntPower(double x, int k);    // x multiplied k times into 1
-double LnGamma(double x);            // six-term Lanczos series, x > 0
+double Power(double x, double y);  // exp(y ln x), x > 0
+double IntPower(double x, int k);  // x multiplied k times into 1
+double LnGamma(double x);          // six-term Lanczos series, x > 0
 
 // Continued fraction of the incomplete beta function (at most 100 rounds, tolerance 3e-7).
 double BETACF(double a, double b, double x);
@@ -41,21 +41,21 @@ double BETAI(double a, double b, double x);
 
 // ---- Continuous distributions ----------------------------------------------------------
 
-double NormalCdf(double z);                            // P(Z <= z), five-term polynomial
-double NormalP2(double z);                             // two-sided; sets LastMarker
-double StudentP2(double t, double df);                 // two-sided; sets LastMarker
-double CorrelationP2(double r, int df);                // two-sided; sets LastMarker
-double FProbBeta(double f, double df1, double df2);    // upper tail by BETAI
-double FProb(double f, double df1, double df2);        // upper tail; sets LastMarker
-double ChiSquareP(double x, int df);                   // upper tail; sets LastMarker
+double NormalCdf(double z);                          // P(Z <= z), five-term polynomial
+double NormalP2(double z);                           // two-sided; sets LastMarker
+double StudentP2(double t, double df);               // two-sided; sets LastMarker
+double CorrelationP2(double r, int df);              // two-sided; sets LastMarker
+double FProbBeta(double f, double df1, double df2);  // upper tail by BETAI
+double FProb(double f, double df1, double df2);      // upper tail; sets LastMarker
+double ChiSquareP(double x, int df);                 // upper tail; sets LastMarker
 // The chi-square value whose upper tail is 0.1, 0.05, 0.01, 0.001 for index 1 to 4.
 double ChiSquareCritical(int index, int df);
-double KolmogorovP(double d);                          // upper tail; sets LastMarker
+double KolmogorovP(double d);  // upper tail; sets LastMarker
 
 // ---- Discrete and exact ----------------------------------------------------------------
 
-double BinomialHalfTerm(int k, int n);                    // C(n, k) / 2^n
-double BinomialTerm(int k, int n, double p, double q);    // C(n, k) p^k q^(n-k)
+double BinomialHalfTerm(int k, int n);                  // C(n, k) / 2^n
+double BinomialTerm(int k, int n, double p, double q);  // C(n, k) p^k q^(n-k)
 // The binomial tail from k away from the mean np, cut after the first term below 0.0001.
 double BinomialTail(int k, int n, double p, double np);
 

@@ -14,8 +14,8 @@ double DecodeReal48(const Real48& bytes) {
   if (bytes[0] == 0) return 0;
   std::uint64_t mantissa = bytes[5] & 0x7F;
   for (int i = 4; i >= 1; --i) mantissa = (mantissa << 8) | bytes[i];
-  const double magnitude = std::ldexp(1.0 + std::ldexp(static_cast<double>(mantissa), -kMantissaBits),
-                                      bytes[0] - kBias);
+  const double magnitude =
+      std::ldexp(1.0 + std::ldexp(static_cast<double>(mantissa), -kMantissaBits), bytes[0] - kBias);
   return (bytes[5] & 0x80) ? -magnitude : magnitude;
 }
 

@@ -13,7 +13,7 @@ using Real48 = std::array<std::uint8_t, 6>;
 double DecodeReal48(const Real48& bytes);
 
 // The nearest 6-byte real (ties to even). Magnitudes below the smallest one, 2^-128, become
-// 0; NaN, infinities and magnitudes beyond the largest, about 8.5e37, throw
+// 0; NaN, infinities and magnitudes beyond the largest, about 1.7e38, throw
 // std::range_error.
 Real48 EncodeReal48(double value);
 

@@ -25,7 +25,8 @@ std::vector<std::uint8_t> ReadBytes(const std::filesystem::path& path) {
 // The fixed-size records of a typed file; records the file lacks stay zero (a malformed
 // file is not detected).
 template <size_t RecordSize>
-std::vector<std::array<std::uint8_t, RecordSize>> ReadRecords(const std::filesystem::path& path, size_t count) {
+std::vector<std::array<std::uint8_t, RecordSize>> ReadRecords(const std::filesystem::path& path,
+                                                              size_t count) {
   const std::vector<std::uint8_t> bytes = ReadBytes(path);
   std::vector<std::array<std::uint8_t, RecordSize>> records(count);
   for (size_t i = 0; i < count && (i + 1) * RecordSize <= bytes.size(); ++i) {
@@ -40,7 +41,8 @@ std::vector<double> ReadReals(const std::filesystem::path& path, size_t count) {
   return values;
 }
 
-CriticalCountTable LoadCountTable(const std::filesystem::path& folder, std::string_view name, int firstN, int lastN) {
+CriticalCountTable LoadCountTable(const std::filesystem::path& folder, std::string_view name, int firstN,
+                                  int lastN) {
   CriticalCountTable table;
   table.firstN = firstN;
   table.rows = ReadRecords<3>(RequireTableFile(folder, name), lastN - firstN + 1);
@@ -49,11 +51,15 @@ CriticalCountTable LoadCountTable(const std::filesystem::path& folder, std::stri
 
 // The table's integers are critical values times 100. Dividing (rather than multiplying by
 // 0.01) gives the double nearest the printed value, so that an F typed as 10.13 meets 1013.
-double Scaled(double hundredths) { return hundredths / 100; }
+double Scaled(double hundredths) {
+  return hundredths / 100;
+}
 
 }  // namespace
 
-std::filesystem::path TableFolder(const std::filesystem::path& programFolder) { return programFolder / "stattab"; }
+std::filesystem::path TableFolder(const std::filesystem::path& programFolder) {
+  return programFolder / "stattab";
+}
 
 MissingTableFile::MissingTableFile(std::string name)
     : std::runtime_error("File " + name + " is missing. Program stops."), name_(std::move(name)) {}
@@ -72,7 +78,8 @@ std::filesystem::path RequireTableFile(const std::filesystem::path& folder, std:
   if (std::filesystem::is_regular_file(exact, error)) return exact;
   const std::string wanted = Lower(name);
   for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    if (entry.is_regular_file(error) && Lower(entry.path().filename().string()) == wanted) return entry.path();
+    if (entry.is_regular_file(error) && Lower(entry.path().filename().string()) == wanted)
+      return entry.path();
   }
   throw MissingTableFile(std::string(name));
 }
@@ -128,7 +135,8 @@ CriticalCountTable LoadSignTable(const std::filesystem::path& folder) {
 }
 
 std::array<double, kCriticalTableSize> LoadCriticalTable(const std::filesystem::path& folder) {
-  const std::vector<double> values = ReadReals(RequireTableFile(folder, kCriticalTableFile), kCriticalTableSize);
+  const std::vector<double> values =
+      ReadReals(RequireTableFile(folder, kCriticalTableFile), kCriticalTableSize);
   std::array<double, kCriticalTableSize> table{};
   std::copy(values.begin(), values.end(), table.begin());
   return table;
@@ -137,7 +145,8 @@ std::array<double, kCriticalTableSize> LoadCriticalTable(const std::filesystem::
 FMatrix LoadFMatrix(const std::filesystem::path& folder) {
   FMatrix matrix;
   const size_t columns = kFMatrixColumnDf.size();
-  const std::vector<double> values = ReadReals(RequireTableFile(folder, kFMatrixFile), kFTableRowDf.size() * columns);
+  const std::vector<double> values =
+      ReadReals(RequireTableFile(folder, kFMatrixFile), kFTableRowDf.size() * columns);
   for (size_t i = 0; i < values.size(); ++i) matrix.value[i / columns][i % columns] = values[i];
   return matrix;
 }

@@ -16,21 +16,22 @@ namespace tarvika {
 
 // ---- The files and their row and column lists ----------------------------------------------
 
-inline constexpr std::string_view kFTableFile = "FTAB.TXT";      // text
-inline constexpr std::string_view kFMatrixFile = "ftab.mst";     // 6-byte reals
-inline constexpr std::string_view kCriticalTableFile = "CTABW.MST";  // 6-byte reals
-inline constexpr std::string_view kWilcoxonTableFile = "WILC.MST";   // 3-byte records
-inline constexpr std::string_view kSignTableFile = "SIGN.MST";       // 3-byte records
+inline constexpr std::string_view kFTableFile = "FTAB.TXT";             // text
+inline constexpr std::string_view kFMatrixFile = "ftab.mst";            // 6-byte reals
+inline constexpr std::string_view kCriticalTableFile = "CTABW.MST";     // 6-byte reals
+inline constexpr std::string_view kWilcoxonTableFile = "WILC.MST";      // 3-byte records
+inline constexpr std::string_view kSignTableFile = "SIGN.MST";          // 3-byte records
 inline constexpr std::string_view kStudentizedRangeFile = "tstab.txt";  // text
 
 // Denominator df of the rows of "FTAB.TXT" and of "ftab.mst" (255 stands for 255 and more).
-inline constexpr std::array<int, 30> kFTableRowDf = {3,  4,  5,  6,  7,  8,  9,  10, 11, 12,
-                                                     13, 14, 15, 16, 17, 18, 19, 20, 21, 22,
+inline constexpr std::array<int, 30> kFTableRowDf = {3,  4,  5,  6,  7,  8,  9,  10, 11,  12,
+                                                     13, 14, 15, 16, 17, 18, 19, 20, 21,  22,
                                                      23, 24, 25, 26, 28, 30, 40, 60, 120, 255};
 // Numerator df of the columns of "ftab.mst".
-inline constexpr std::array<int, 16> kFMatrixColumnDf = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 15, 20, 30, 60, 120, 255};
+inline constexpr std::array<int, 16> kFMatrixColumnDf = {1, 2,  3,  4,  5,  6,  7,   8,
+                                                         9, 10, 15, 20, 30, 60, 120, 255};
 // Error df of the rows of "tstab.txt"; its columns are k = 2 to 20.
-inline constexpr std::array<int, 24> kStudentizedRangeDf = {3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
+inline constexpr std::array<int, 24> kStudentizedRangeDf = {3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13,  14,
                                                             15, 16, 17, 18, 19, 20, 24, 30, 40, 60, 120, 255};
 inline constexpr int kStudentizedRangeMaxK = 20;
 

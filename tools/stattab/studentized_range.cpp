@@ -1,14 +1,13 @@
 #include "stattab/studentized_range.h"
 
-#include <cmath>
-#include <cstdint>
-#include <utility>
-#include <vector>
-
 #include <boost/math/quadrature/gauss.hpp>
 #include <boost/math/quadrature/gauss_kronrod.hpp>
 #include <boost/math/special_functions/gamma.hpp>
 #include <boost/math/tools/roots.hpp>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace tarvika::stattab {
 
@@ -16,7 +15,9 @@ namespace {
 
 using Gauss = boost::math::quadrature::gauss<double, 10>;
 
-double Phi(double z) { return 0.5 * std::erfc(-z / std::sqrt(2.0)); }
+double Phi(double z) {
+  return 0.5 * std::erfc(-z / std::sqrt(2.0));
+}
 
 constexpr double kLn2Pi = 1.8378770664093454836;
 
@@ -67,7 +68,8 @@ double StudentizedRangeCdf(double q, int k, int df) {
   // The range cdf at q*s, averaged over s = sqrt(chi-square(df)/df), whose density is
   // proportional to s^(df-1) exp(-df s^2 / 2). The limits hold all but 1e-15 of it.
   const double nu = df;
-  const double logNorm = 0.5 * nu * std::log(nu) - boost::math::lgamma(0.5 * nu) - (0.5 * nu - 1) * std::log(2.0);
+  const double logNorm =
+      0.5 * nu * std::log(nu) - boost::math::lgamma(0.5 * nu) - (0.5 * nu - 1) * std::log(2.0);
   const double low = std::sqrt(boost::math::gamma_p_inv(0.5 * nu, 1e-15) * 2 / nu);
   const double high = std::sqrt(boost::math::gamma_q_inv(0.5 * nu, 1e-15) * 2 / nu);
   auto integrand = [&](double s) {
@@ -84,8 +86,8 @@ double StudentizedRangeQuantile(double alpha, int k, int df) {
   double low = 0.5, high = 8;
   while (f(high) < 0) high *= 2;
   std::uintmax_t iterations = 200;
-  const auto root = boost::math::tools::toms748_solve(f, low, high, boost::math::tools::eps_tolerance<double>(32),
-                                                      iterations);
+  const auto root = boost::math::tools::toms748_solve(
+      f, low, high, boost::math::tools::eps_tolerance<double>(32), iterations);
   return 0.5 * (root.first + root.second);
 }
 

@@ -1,14 +1,14 @@
 #include "stattab/table_writer.h"
 
+#include <fmt/format.h>
+
+#include <boost/math/distributions/chi_squared.hpp>
+#include <boost/math/distributions/fisher_f.hpp>
 #include <cmath>
 #include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-#include <boost/math/distributions/chi_squared.hpp>
-#include <boost/math/distributions/fisher_f.hpp>
-#include <fmt/format.h>
 
 #include "numeric/real48.h"
 #include "numeric/stat_tables.h"
@@ -31,7 +31,9 @@ double CriticalChiSquare(double alpha, int df) {
   return quantile(complement(boost::math::chi_squared_distribution<double>(df), alpha));
 }
 
-int Hundredths(double value) { return static_cast<int>(std::lround(100 * value)); }
+int Hundredths(double value) {
+  return static_cast<int>(std::lround(100 * value));
+}
 
 void WriteFile(const std::filesystem::path& path, const std::string& content) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
