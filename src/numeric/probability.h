@@ -2,7 +2,7 @@
 // The probability functions behind every p-value of the program. Each takes a statistic and
 // its degrees of freedom and returns a probability as a double. The methods and their
 // low-precision constants are fixed on purpose: the reports print p to three or four
-// decimals, and those digits must not move. Nothing here allocates.
+// decimals, and those digits must not move. The computations allocate nothing.
 
 #include <functional>
 #include <span>
