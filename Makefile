@@ -35,6 +35,10 @@ asan: deps
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 ctest --output-on-failure -j $(JOBS) --timeout 1200
 
+# Regenerates the statistical table files of data/stattab from exact computations.
+stattab: build
+	$(BUILD)/tools/stattab/make_stattab data/stattab
+
 gui: build
 	$(PROGRAM)/tarvika
 

@@ -1,0 +1,110 @@
+#pragma once
+// The statistical table files of the table folder ("stattab" in the program folder). The
+// program only reads them; a run that needs a missing one stops with a message.
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lang/language.h"
+
+namespace tarvika {
+
+// ---- The files and their row and column lists ----------------------------------------------
+
+inline constexpr std::string_view kFTableFile = "FTAB.TXT";             // text
+inline constexpr std::string_view kFMatrixFile = "ftab.mst";            // 6-byte reals
+inline constexpr std::string_view kCriticalTableFile = "CTABW.MST";     // 6-byte reals
+inline constexpr std::string_view kWilcoxonTableFile = "WILC.MST";      // 3-byte records
+inline constexpr std::string_view kSignTableFile = "SIGN.MST";          // 3-byte records
+inline constexpr std::string_view kStudentizedRangeFile = "tstab.txt";  // text
+
+// Denominator df of the rows of "FTAB.TXT" and of "ftab.mst" (255 stands for 255 and more).
+inline constexpr std::array<int, 30> kFTableRowDf = {3,  4,  5,  6,  7,  8,  9,  10, 11,  12,
+                                                     13, 14, 15, 16, 17, 18, 19, 20, 21,  22,
+                                                     23, 24, 25, 26, 28, 30, 40, 60, 120, 255};
+// Numerator df of the columns of "ftab.mst".
+inline constexpr std::array<int, 16> kFMatrixColumnDf = {1, 2,  3,  4,  5,  6,  7,   8,
+                                                         9, 10, 15, 20, 30, 60, 120, 255};
+// Error df of the rows of "tstab.txt"; its columns are k = 2 to 20.
+inline constexpr std::array<int, 24> kStudentizedRangeDf = {3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13,  14,
+                                                            15, 16, 17, 18, 19, 20, 24, 30, 40, 60, 120, 255};
+inline constexpr int kStudentizedRangeMaxK = 20;
+
+// The first and last n of the rows of "WILC.MST" and "SIGN.MST".
+inline constexpr int kWilcoxonFirstN = 5, kWilcoxonLastN = 25;
+inline constexpr int kSignFirstN = 6, kSignLastN = 50;
+inline constexpr int kCriticalTableSize = 40;
+
+// ---- Missing files -------------------------------------------------------------------------
+
+std::filesystem::path TableFolder(const std::filesystem::path& programFolder);
+
+// Thrown when a table file is not in the table folder. The program shows
+// MissingTableMessage and stops.
+class MissingTableFile : public std::runtime_error {
+ public:
+  explicit MissingTableFile(std::string name);
+  const std::string& name() const { return name_; }
+
+ private:
+  std::string name_;
+};
+
+// "File FTAB.TXT is missing. Program stops." and "Reinstall Tarvika", in the language.
+std::string MissingTableMessage(std::string_view name, Language language);
+
+// The path of the named file in the folder. Case of letters does not matter: the files
+// are known both as "FTAB.TXT" and "ftab.txt". Throws MissingTableFile.
+std::filesystem::path RequireTableFile(const std::filesystem::path& folder, std::string_view name);
+
+// ---- The tables ----------------------------------------------------------------------------
+
+// "FTAB.TXT": critical F values for numerator df 1, times 100, at p = 0.10, 0.05, 0.01.
+struct FTable {
+  struct Row {
+    int df = 0;
+    std::array<int, 3> critical{};
+  };
+  std::array<Row, 30> rows;  // rows[i] is the file's row index i + 3
+  const Row& RowIndex(int index) const { return rows[index - 3]; }
+};
+FTable LoadFTable(const std::filesystem::path& folder);
+
+// The three critical values for a denominator df, and the marker of F against them:
+// " ", "+ " (p < 0.10), "* " (p < 0.05) or "**" (p < 0.01).
+struct FTabResult {
+  double CriticalF90 = 0;
+  double CriticalF95 = 0;
+  double CriticalF99 = 0;
+  std::string marker = " ";
+};
+FTabResult FTabLookup(const FTable& table, int numeratorDF, int denominatorDF, double f);
+
+// "WILC.MST" and "SIGN.MST": per n, the two-sided critical values at 0.10, 0.05, 0.01 (the
+// largest smaller rank sum, or smaller count, still significant), 0 where none exists.
+using CriticalCounts = std::array<std::uint8_t, 3>;
+struct CriticalCountTable {
+  int firstN = 0;
+  std::vector<CriticalCounts> rows;
+  bool Has(int n) const { return n >= firstN && n < firstN + static_cast<int>(rows.size()); }
+  const CriticalCounts& Row(int n) const { return rows.at(n - firstN); }
+};
+CriticalCountTable LoadWilcoxonTable(const std::filesystem::path& folder);
+CriticalCountTable LoadSignTable(const std::filesystem::path& folder);
+
+// "CTABW.MST": 40 values in file order.
+std::array<double, kCriticalTableSize> LoadCriticalTable(const std::filesystem::path& folder);
+
+// "ftab.mst": the critical F values at p = 0.05, value[row][column] for the row
+// (denominator) and column (numerator) df lists above.
+struct FMatrix {
+  std::array<std::array<double, kFMatrixColumnDf.size()>, kFTableRowDf.size()> value{};
+};
+FMatrix LoadFMatrix(const std::filesystem::path& folder);
+
+}  // namespace tarvika
