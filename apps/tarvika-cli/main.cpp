@@ -2,14 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
-#include "cli_context.h"
-
 #include <map>
 
-namespace tarvika::cli {
-void RegisterInfo(CLI::App& app, CliContext& context);
-void RegisterResave(CLI::App& app, CliContext& context);
-}  // namespace tarvika::cli
+#include "cli_context.h"
 
 int main(int argc, char** argv) {
   tarvika::cli::CliContext context;
@@ -23,6 +18,7 @@ int main(int argc, char** argv) {
   // Commands register here, one file each: void RegisterX(CLI::App&, CliContext&), whose
   // callback does the work and sets context.exitCode.
   tarvika::cli::RegisterMenuCommand(app, context);
+  tarvika::cli::RegisterCommandsCommand(app, context);
   tarvika::cli::RegisterInfo(app, context);
   tarvika::cli::RegisterResave(app, context);
   tarvika::cli::RegisterRunCommand(app, context);

@@ -2,6 +2,8 @@
 // analysis dialog's run command builds it; the report goes to output/ of the program
 // folder as always, and to standard output (UTF-8) or a copy in --out.
 
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -9,9 +11,9 @@
 #include <sstream>
 
 #include "cli_context.h"
-#include "frame/analysis_request.h"
+#include "analyses/built_analyses.h"
+#include "frame/analysis_dialogs.h"
 #include "frame/report_writer.h"
-#include "single/single_sample_run.h"
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
 #include "workspace/project_file.h"
@@ -25,6 +27,11 @@ struct RunOptions {
   std::string project;
   int command = 0;
   std::vector<std::string> vars;
+  std::vector<std::string> y;
+  std::vector<std::string> group;
+  std::vector<std::string> cov;
+  std::vector<std::string> exclude;
+  std::vector<std::string> set;
   std::string cond;
   std::string lang;
   std::string format = "text";
@@ -44,8 +51,35 @@ int Run(CliContext& context, const RunOptions& o) {
     ReadConfig(programFolder, settings);
     language = settings.language;
   }
-  if (o.command < 11 || o.command > 16) {
+  const CommandInfo* command = FindCommand(o.command);
+  if (command == nullptr) {
     return InputError(std::string(Pick(language, "Unknown command: ", "Ismeretlen parancs: ")) + std::to_string(o.command));
+  }
+  // The dialog of the command, filled as a person would fill it.
+  AnalysisDialog dialog(command->dialog);
+  dialog.commandCode = o.command;
+  dialog.selected = o.vars;
+  dialog.yList = o.y;
+  dialog.grouping = o.group;
+  dialog.covariates = o.cov;
+  dialog.excluded = o.exclude;
+  dialog.conditional = o.cond;
+  for (const std::string& setting : o.set) {
+    std::size_t eq = setting.find('=');
+    if (eq == std::string::npos) {
+      return InputError(std::string(Pick(language, "A setting is NAME=VALUE or NAME:VARIABLE=VALUE: ",
+                                         "Egy beállítás alakja NÉV=ÉRTÉK vagy NÉV:VÁLTOZÓ=ÉRTÉK: ")) + setting);
+    }
+    std::string name = setting.substr(0, eq), value = setting.substr(eq + 1), error;
+    std::size_t colon = name.find(':');
+    const ParameterSpec* spec = FindParameter(dialog.kind, name.substr(0, colon));
+    if (spec != nullptr && !AppliesTo(*spec, o.command)) {
+      return InputError(fmt::format("{}{}{}", spec->name, Pick(language, " does not apply to command ", " nem tartozik ehhez a parancshoz: "),
+                                    o.command));
+    }
+    bool ok = colon == std::string::npos ? dialog.Set(name, value, language, &error)
+                                         : dialog.SetFor(name.substr(0, colon), name.substr(colon + 1), value, language, &error);
+    if (!ok) return InputError(error);
   }
 
   Workspace ws(context.user, language, DecimalSeparatorFromLocale());
@@ -60,14 +94,17 @@ int Run(CliContext& context, const RunOptions& o) {
   }
   ValidateDeclarations(ws);
 
-  PreparedRun run = PrepareSingleSampleRun(ws, {o.command, o.vars, o.cond, {}, {}});
-  if (!run.ok()) return InputError(run.error);
-
   ReportFormat format = o.format == "html" ? ReportFormat::Html : ReportFormat::Text;
-  if (!SingleSampleRun(ws, run.request, format)) {
-    std::cerr << Pick(language, "The report can't be written: ", "A jelentés nem írható: ")
-              << LastReportPath(programFolder, format) << '\n';
-    return 1;
+  switch (RunAnalysis(ws, dialog, BuiltAnalyses(), format)) {
+    case RunResult::Ran:
+      break;
+    case RunResult::Refused:
+    case RunResult::NotBuilt:
+      return kInputError;  // the message is on standard error already
+    case RunResult::ReportFailed:
+      std::cerr << Pick(language, "The report can't be written: ", "A jelentés nem írható: ")
+                << LastReportPath(programFolder, format) << '\n';
+      return 1;
   }
   const std::string report = LastReportPath(programFolder, format);
   if (!o.out.empty()) {
@@ -92,9 +129,14 @@ void RegisterRunCommand(CLI::App& app, CliContext& context) {
   auto o = std::make_shared<RunOptions>();
   auto* cmd = app.add_subcommand("run", "Run an analysis on a project and print its report");
   cmd->add_option("project", o->project, "The project file (.msw)")->required();
-  cmd->add_option("--command", o->command, "The analysis: 11 basic descriptive statistics (11-16 single sample)")
+  cmd->add_option("--command", o->command, "The command code of the analysis (see 'commands')")
       ->required();
-  cmd->add_option("--vars", o->vars, "The selected variables, by short name")->delimiter(',');
+  cmd->add_option("--vars", o->vars, "The selected (dependent, X) variables, by short name")->delimiter(',');
+  cmd->add_option("--y", o->y, "The Y variables of the relationship dialog")->delimiter(',');
+  cmd->add_option("--group", o->group, "The grouping variables (one or two)")->delimiter(',');
+  cmd->add_option("--cov", o->cov, "The covariate, or the case code variable")->delimiter(',');
+  cmd->add_option("--exclude", o->exclude, "Variables excluded from the relationship dialog's roles")->delimiter(',');
+  cmd->add_option("--set", o->set, "A dialog parameter NAME=VALUE, or NAME:VARIABLE=VALUE per variable (see 'commands')");
   cmd->add_option("--cond", o->cond, "The conditional grouping variable");
   cmd->add_option("--lang", o->lang, "Language of the report (default: that of Tarvika.cfg)")
       ->check(CLI::IsMember({"en", "hu"}));

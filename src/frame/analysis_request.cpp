@@ -1,14 +1,32 @@
 #include "frame/analysis_request.h"
 
+#include "frame/dialog_parameters.h"
 #include "lang/utf8.h"
+#include "workspace/numbers.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
 
 std::uint8_t ScaleKindOf(std::string_view word) {
-  if (word == "discrete" || word == "diszkrét") return kScaleDiscrete;
-  if (word == "group.def." || word == "csop.def.") return kScaleGroupDefined;
+  if (word == "discrete" || word == "diszkrét" || word == "ordinal" || word == "ordinális") return kScaleDiscrete;
+  if (word == "group.def." || word == "csop.def." || word == "nominal" || word == "nominális") return kScaleGroupDefined;
   return kScaleContinuous;
+}
+
+std::string_view AnalysisRequest::Parameter(std::string_view name) const {
+  auto it = parameters.find(name);
+  return it == parameters.end() ? std::string_view() : std::string_view(it->second);
+}
+
+int AnalysisRequest::IntParameter(std::string_view name, int fallback) const {
+  auto n = ParseWholeNumber(Parameter(name));
+  return n ? static_cast<int>(*n) : fallback;
+}
+
+int AnalysisRequest::ToggleParameter(std::string_view name) const {
+  std::string_view text = Parameter(name);
+  if (text == "on") return 2;
+  return ToggleValue(text);
 }
 
 AnalysisRequest BuildRequest(const Workspace& ws, int commandCode, int numberOfSelected) {
@@ -60,63 +78,6 @@ SelectedIndex BuildSelectedIndex(const AnalysisRequest& request) {
   s.grouping = addFirst('G');
   s.conditional = addFirst('N');
   return s;
-}
-
-namespace {
-
-// The row of a name from a dialog list: the exact short name, else the only one that is
-// equal ignoring case; -1 when there is none.
-int FindVariable(const Workspace& ws, std::string_view name) {
-  int exact = ws.vars.VariableIndex(name);
-  if (exact > 0) return exact;
-  int found = -1;
-  for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
-    if (!EqualIgnoringCase(ws.vars.GetCell(kShortName, v), name)) continue;
-    if (found > 0) return -1;
-    found = v;
-  }
-  return found;
-}
-
-}  // namespace
-
-PreparedRun PrepareSingleSampleRun(Workspace& ws, const SingleSampleSelection& selection) {
-  PreparedRun run;
-  if (selection.selected.empty()) {
-    run.error = ws.Text("At least one variable has to be selected.", "Legalább egy változót ki kell választania!");
-    return run;
-  }
-  // Resolve every name before the tables are touched.
-  std::vector<int> rows;
-  std::vector<std::string_view> names(selection.selected.begin(), selection.selected.end());
-  if (!selection.conditional.empty()) names.push_back(selection.conditional);
-  for (std::string_view name : names) {
-    int v = FindVariable(ws, name);
-    if (v < 1) {
-      run.error = std::string(ws.Text("Unknown variable: ", "Ismeretlen változó: ")) + std::string(name);
-      return run;
-    }
-    if (ws.vars.GetCell(kType, v).starts_with("string")) {
-      run.error = std::string(ws.Text("Not a numeric variable: ", "Nem numerikus változó: ")) + std::string(name);
-      return run;
-    }
-    rows.push_back(v);
-  }
-
-  ws.vars.ClearScratch();
-  for (std::size_t i = 0; i < selection.selected.size(); ++i) {
-    int v = rows[i];
-    ws.vars.SetCell(kRole, v, "X");
-    if (selection.commandCode == 13 && i < selection.scaleTypes.size()) {
-      ws.vars.SetCell(kAttribute, v, selection.scaleTypes[i]);
-    }
-    if (selection.commandCode == 14 && i < selection.hypotheticalValues.size()) {
-      ws.vars.SetCell(kParameter, v, selection.hypotheticalValues[i]);
-    }
-  }
-  if (!selection.conditional.empty()) ws.vars.SetCell(kRole, rows.back(), "N");
-  run.request = BuildRequest(ws, selection.commandCode, static_cast<int>(selection.selected.size()));
-  return run;
 }
 
 }  // namespace tarvika

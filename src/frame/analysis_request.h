@@ -3,6 +3,7 @@
 // variable table, and the orders in which an analysis reads the selected variables.
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,9 +26,21 @@ struct AnalysisRequest {
   std::vector<std::uint8_t> scaleKind;  // ScaleKindCode
   std::vector<std::string> shortNames;  // cut to 8 characters
   std::vector<std::string> longNames;
+  // The dialog's other parameters by their names, as the controls hold them (toggles as
+  // " Yes " / " No ", flags as "on" / "off"); the per-variable ones are in the scratch
+  // columns of the variable table.
+  std::map<std::string, std::string, std::less<>> parameters;
+
+  // A parameter's text; empty when the dialog has none of that name.
+  std::string_view Parameter(std::string_view name) const;
+  // A whole-number parameter; fallback when missing or not a number.
+  int IntParameter(std::string_view name, int fallback = 0) const;
+  // A toggle read as 2 (" Yes "), 1 (" If signif. ") or 0; a flag "on" reads as 2.
+  int ToggleParameter(std::string_view name) const;
 };
 
-// "continuous"/"folytonos" 0, "discrete"/"diszkrét" 1, "group.def."/"csop.def." 2; anything
+// "continuous"/"folytonos" and "interval"/"intervallum" 0, "discrete"/"diszkrét" and
+// "ordinal"/"ordinális" 1, "group.def."/"csop.def." and "nominal"/"nominális" 2; anything
 // else 0.
 std::uint8_t ScaleKindOf(std::string_view word);
 
@@ -61,24 +74,5 @@ struct GroupDefinition {
 inline constexpr int kMaxGroups = 100;
 inline constexpr int kGroupNameLength = 10;
 
-// The parameter set of the single-sample dialog that matters for the role pass.
-struct SingleSampleSelection {
-  int commandCode = 11;
-  std::vector<std::string> selected;  // short names of "Selected variables"
-  std::string conditional;            // "Cond. grouping variable", empty for none
-  std::vector<std::string> scaleTypes;        // per selected name, command 13
-  std::vector<std::string> hypotheticalValues;  // per selected name, command 14
-};
-
-// The run command of the single-sample dialog up to the call of the analysis: checks the
-// selection, clears the scratch columns, writes the roles ("X", then "N") and the per-variable
-// choices, and builds the request. On a refused selection the message is returned in
-// `error` and the tables are unchanged.
-struct PreparedRun {
-  AnalysisRequest request;
-  std::string error;
-  bool ok() const { return error.empty(); }
-};
-PreparedRun PrepareSingleSampleRun(Workspace& ws, const SingleSampleSelection& selection);
 
 }  // namespace tarvika

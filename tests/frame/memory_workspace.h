@@ -1,9 +1,9 @@
 #pragma once
+// A workspace filled in memory for the tests of the analysis frame and the analyses, with
+// its own program folder under the temporary directory.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
-// A workspace filled in memory for the tests of the analysis frame and the analyses, with
-// its own program folder under the temporary directory.
 
 #include <filesystem>
 #include <fstream>

@@ -5,6 +5,7 @@
 
 #include "../frame/memory_workspace.h"
 #include "frame/analysis_request.h"
+#include "frame/analysis_dialogs.h"
 #include "single/single_sample_run.h"
 
 namespace tarvika {
@@ -60,6 +61,15 @@ void ExpectSameLines(const std::vector<std::string>& actual, const std::vector<s
   }
 }
 
+// The run command of the single-sample dialog with the given selection.
+PreparedRun Prepare(Workspace& ws, int code, std::vector<std::string> selected, std::string conditional) {
+  AnalysisDialog dialog(DialogKind::SingleSample);
+  dialog.commandCode = code;
+  dialog.selected = std::move(selected);
+  dialog.conditional = std::move(conditional);
+  return PrepareRun(ws, dialog);
+}
+
 struct Case {
   const char* expected;
   Language lang;
@@ -75,7 +85,7 @@ TEST_P(BasicReport, MatchesTheReportVerifiedByHand) {
   MemoryWorkspace m = SmallProject(c.lang, c.expected);
   std::string shown;
   m.ws.hooks.showReport = [&](const std::string& path) { shown = path; };
-  PreparedRun run = PrepareSingleSampleRun(m.ws, {11, c.selected, c.conditional, {}, {}});
+  PreparedRun run = Prepare(m.ws, 11, c.selected, c.conditional);
   ASSERT_TRUE(run.ok()) << run.error;
   ASSERT_TRUE(SingleSampleRun(m.ws, run.request, c.format));
   std::string file = c.format == ReportFormat::Html ? "zuli_akt.html" : "zuli_akt.txt";
@@ -105,15 +115,15 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(SingleSampleRun, RefusesAnEmptyOrUnknownSelectionAndTouchesNothing) {
   MemoryWorkspace m = SmallProject(Language::English, "refuse");
   m.ws.vars.SetCell(kRole, 3, "C");
-  EXPECT_EQ(PrepareSingleSampleRun(m.ws, {11, {}, "", {}, {}}).error, "At least one variable has to be selected.");
-  EXPECT_EQ(PrepareSingleSampleRun(m.ws, {11, {"x", "nope"}, "", {}, {}}).error, "Unknown variable: nope");
-  EXPECT_EQ(PrepareSingleSampleRun(m.ws, {11, {"x"}, "nope", {}, {}}).error, "Unknown variable: nope");
+  EXPECT_EQ(Prepare(m.ws, 11, {}, "").error, "At least one variable has to be selected.");
+  EXPECT_EQ(Prepare(m.ws, 11, {"x", "nope"}, "").error, "Unknown variable: nope");
+  EXPECT_EQ(Prepare(m.ws, 11, {"x"}, "nope").error, "Unknown variable: nope");
   EXPECT_EQ(m.ws.vars.GetCell(kRole, 3), "C");
 }
 
 TEST(SingleSampleRun, TheConditionalVariableWinsOverTheSelectionAndNamesIgnoreCase) {
   MemoryWorkspace m = SmallProject(Language::English, "roles");
-  PreparedRun run = PrepareSingleSampleRun(m.ws, {11, {"X", "g"}, "g", {}, {}});
+  PreparedRun run = Prepare(m.ws, 11, {"X", "g"}, "g");
   ASSERT_TRUE(run.ok());
   EXPECT_EQ(run.request.role[1], 'N');
   EXPECT_EQ(run.request.role[3], 'X');
@@ -126,7 +136,7 @@ TEST(SingleSampleRun, TheConditionalVariableWinsOverTheSelectionAndNamesIgnoreCa
 
 TEST(SingleSampleRun, OtherModesAreNotReadyYet) {
   MemoryWorkspace m = SmallProject(Language::English, "mode12");
-  PreparedRun run = PrepareSingleSampleRun(m.ws, {12, {"x"}, "", {}, {}});
+  PreparedRun run = Prepare(m.ws, 12, {"x"}, "");
   ASSERT_TRUE(SingleSampleRun(m.ws, run.request));
   std::vector<std::string> lines = CrLfLines(m.Output("zuli_akt.txt"));
   ASSERT_GE(lines.size(), 2u);
