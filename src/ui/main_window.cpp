@@ -172,6 +172,8 @@ void MainWindow::RunCommand(const QString& command) {
   } else if (name == "settings.language") {
     session_.ChangeLanguage();
     Refresh();
+  } else if (name == "settings.decimal_separator") {
+    session_.ChangeDecimalSeparator();
   } else if (name == "settings.font") {
     if (session_.ChangeFontSize()) ApplyFontSize();
   } else if (name == "edit.type_control_on") {

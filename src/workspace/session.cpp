@@ -201,6 +201,17 @@ void Session::ChangeLanguage() {
   WriteRPathFile(ws.programFolder, settings);
 }
 
+bool Session::ChangeDecimalSeparator() {
+  auto answer = ws.user.AskText(ws.Text("Decimal separator (. or ,)", "Tizedesjel (. vagy ,)"), std::string(1, ws.decimalSeparator));
+  if (!answer) return false;
+  if (*answer != "." && *answer != ",") {
+    ws.user.Tell(ws.Text("The decimal separator is either \".\" or \",\".", "A tizedesjel \".\" vagy \",\" lehet."));
+    return false;
+  }
+  ws.decimalSeparator = answer->front();
+  return true;
+}
+
 bool Session::ChangeFontSize() {
   auto answer = ws.user.AskText(ws.Text("Enter a new font size", "Adja meg az új betűméretet"),
                                 settings.fontSize ? std::to_string(*settings.fontSize) : "");

@@ -50,6 +50,9 @@ class Session {
   std::string ProjectNameForImport(const std::string& mswPath);
 
   void ChangeLanguage();
+  // Asks for the decimal separator of the numbers in the tables ("." or ","); false when
+  // refused. The cells keep their text: readers accept either separator.
+  bool ChangeDecimalSeparator();
   // Asks for a new grid font size and stores it in "r_path.cfg"; false when refused.
   bool ChangeFontSize();
 

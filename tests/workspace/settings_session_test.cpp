@@ -106,6 +106,13 @@ TEST_F(ProgramFolder, SettingsFilesAreReadAndRewrittenByTheLanguageAndFontComman
   EXPECT_TRUE(s.ChangeFontSize());
   EXPECT_EQ(ReadFile(root / "r_path.cfg"), "font_size=14;\r\nR_prog_path=/usr/lib/R/bin;\r\n");
 
+  user.QueueText(";");
+  EXPECT_FALSE(s.ChangeDecimalSeparator());
+  EXPECT_EQ(user.told.back(), "A tizedesjel \".\" vagy \",\" lehet.");
+  user.QueueText(",");
+  EXPECT_TRUE(s.ChangeDecimalSeparator());
+  EXPECT_EQ(s.ws.decimalSeparator, ',');
+
   WriteFile(root / "r_path.cfg", "font_size=big;\r\n");
   ScriptedChannel other;
   Session bad(other);
