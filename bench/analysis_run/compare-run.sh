@@ -14,24 +14,13 @@ if [ ! -x "$gen" ]; then
   echo "compare-run: the project generator of bench/project_load is not built; skipped"
   exit 0
 fi
-if ! command -v Rscript >/dev/null || ! Rscript -e 'suppressMessages(library(data.table))' >/dev/null 2>&1; then
-  echo "installing R and data.table"
-  sudo=""; [ "$(id -u)" -eq 0 ] || sudo=sudo
-  $sudo apt-get install -y r-base-core r-cran-data.table >/dev/null
-fi
-
-# The same files as the load comparison, made once.
-data=$build/bench/project_load/data
-mkdir -p "$data"
-msw=$data/synthetic_1m.msw
-tsv=$data/synthetic_1m.tsv
-[ -s "$msw" ] && [ -s "$tsv" ] || "$gen" "$msw" "$tsv" 1000000
+source "$(dirname "$0")/../bench_common.sh"
+ensure_r_data_table
+synthetic_project
 program=$(mktemp -d)
 trap 'rm -rf "$program"' EXIT
 vars=item2,item3,item4,item5,item6,score7,score8,score9,score10,score11,score12,score13
 vars=$vars,meas14,meas15,meas16,meas17,meas18,meas19,meas20,meas21
-
-cat "$msw" "$tsv" >/dev/null  # warm the page cache for both alike
 
 best=""
 for _ in $(seq "$runs"); do

@@ -6,26 +6,14 @@
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
 cli=$build/tarvika/tarvika-cli
-gen=$build/bench/project_load/gen_project_file
 runs=${RUNS:-3}
 
-if ! command -v Rscript >/dev/null || ! Rscript -e 'suppressMessages(library(data.table))' >/dev/null 2>&1; then
-  echo "installing R and data.table"
-  sudo=""; [ "$(id -u)" -eq 0 ] || sudo=sudo
-  $sudo apt-get install -y r-base-core r-cran-data.table >/dev/null
-fi
-
-data=$build/bench/project_load/data
-mkdir -p "$data"
-msw=$data/synthetic_1m.msw
-tsv=$data/synthetic_1m.tsv
-[ -s "$msw" ] && [ -s "$tsv" ] || "$gen" "$msw" "$tsv" 1000000
+source "$(dirname "$0")/../bench_common.sh"
+ensure_r_data_table
+synthetic_project
 size=$(stat -c %s "$msw")
 program=$(mktemp -d)
 trap 'rm -rf "$program"' EXIT
-
-# Warm the page cache for both readers alike.
-cat "$msw" "$tsv" >/dev/null
 
 best=""
 peak=0

@@ -1,0 +1,23 @@
+# Shared by the comparison scripts of bench/: source it after setting `build`.
+
+# R with data.table, installed from Debian when missing.
+ensure_r_data_table() {
+  if ! command -v Rscript >/dev/null || ! Rscript -e 'suppressMessages(library(data.table))' >/dev/null 2>&1; then
+    echo "installing R and data.table"
+    local sudo=""
+    [ "$(id -u)" -eq 0 ] || sudo=sudo
+    $sudo apt-get install -y r-base-core r-cran-data.table >/dev/null
+  fi
+}
+
+# The project of 1,000,000 cases by 21 numeric variables and the same table as TSV, made
+# once: sets msw and tsv, and warms the page cache for both readers alike.
+synthetic_project() {
+  local gen=$build/bench/project_load/gen_project_file
+  local data=$build/bench/project_load/data
+  mkdir -p "$data"
+  msw=$data/synthetic_1m.msw
+  tsv=$data/synthetic_1m.tsv
+  [ -s "$msw" ] && [ -s "$tsv" ] || "$gen" "$msw" "$tsv" 1000000
+  cat "$msw" "$tsv" >/dev/null
+}
