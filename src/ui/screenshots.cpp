@@ -42,6 +42,7 @@ bool WriteScreenshots(MainWindow& window, const QString& folder) {
       {12, "dialog_detailed"}, {13, "dialog_frequency"}, {14, "dialog_tests"}, {15, "dialog_normality"}};
   for (auto [code, name] : commands) {
     form->SetCommand(code);
+    if (code == 15) form->SetParameter("saveStandardized", "Yes");  // the toggle in its "on" colour
     save(form, name);
   }
   form->SetCommand(11);

@@ -333,15 +333,21 @@ void TKijelolForm::ShowPanels() {
   filling_ = true;
   if (at != order.end()) commandBox_->setCurrentIndex(static_cast<int>(at - order.begin()));
   filling_ = false;
+  ShowRows();
+  commonHypothetical_->setVisible(code == 14);
+  FillLists();
+}
+
+void TKijelolForm::ShowRows() {
   bool any = false;
   for (auto& [name, row] : rows_) {
-    bool shown = AppliesTo(*FindParameter(dialog_.kind, name), code);
+    bool shown = AppliesTo(*FindParameter(dialog_.kind, name), dialog_.commandCode);
+    // The kind of the saved variables is asked only while saving is switched on.
+    if (name == "standardizedKind") shown = shown && ToggleValue(dialog_.Value("saveStandardized")) == 2;
     parameterLayout_->setRowVisible(row.control, shown);
     any = any || shown;
   }
   parameterBox_->setVisible(any);
-  commonHypothetical_->setVisible(code == 14);
-  FillLists();
 }
 
 void TKijelolForm::FillLists() {
@@ -357,7 +363,8 @@ void TKijelolForm::FillLists() {
   selectedTable_->clearContents();
   selectedTable_->setRowCount(static_cast<int>(dialog_.selected.size()));
   selectedTable_->setColumnHidden(1, perVariable == nullptr);
-  QString firstTitle = TagCaption(texts_, kSourceTag);
+  selectedTable_->horizontalHeader()->setVisible(perVariable != nullptr);
+  QString firstTitle = TagCaption(texts_, kSelectedTag);
   QString secondTitle = perVariable != nullptr
                             ? TagCaption(texts_, ParameterTag(perVariable->name),
                                          Pick(ws_.language, perVariable->english, perVariable->hungarian))
@@ -405,6 +412,7 @@ void TKijelolForm::ShowValues() {
     }
   }
   filling_ = false;
+  ShowRows();
 }
 
 void TKijelolForm::ChangeValue(const std::string& name, const std::string& value) {

@@ -67,6 +67,7 @@ class TKijelolForm : public QDialog {
   void BuildParameterPanel();
   void FillLists();
   void ShowPanels();
+  void ShowRows();
   void ShowValues();
   void MoveFromSource(bool toConditional);
   void ChangeValue(const std::string& name, const std::string& value);

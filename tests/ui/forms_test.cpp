@@ -217,10 +217,12 @@ class FormsTest : public QObject {
     auto* toggle = qobject_cast<QPushButton*>(form->ParameterControl("saveStandardized"));
     QCOMPARE(toggle->text(), QString(" No "));
     QVERIFY(toggle->styleSheet().contains("#ff8000"));
+    QVERIFY(!form->ParameterControl("standardizedKind")->isVisibleTo(form));
     QTest::mouseClick(toggle, Qt::LeftButton);
     QCOMPARE(toggle->text(), QString(" Yes "));
     QVERIFY(toggle->styleSheet().contains("#00ff00"));
     QCOMPARE(form->Dialog().Value("saveStandardized"), std::string(" Yes "));
+    QVERIFY(form->ParameterControl("standardizedKind")->isVisibleTo(form));  // shown while saving is on
 
     // The language switch relabels every form at once and keeps the chosen command.
     QCOMPARE(MenuEntry(*window, "Válts angolra").isEmpty(), false);
