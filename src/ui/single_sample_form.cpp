@@ -186,12 +186,12 @@ TKijelolForm::TKijelolForm(Workspace& ws, QWidget* parent)
 }
 
 void TKijelolForm::BuildParameterPanel() {
-  for (const ParameterSpec& spec : DialogParameters(dialog_.kind)) {
-    if (spec.perVariable) continue;  // a column of the selected list
-    std::string name(spec.name);
+  for (const ParameterSpec& param : DialogParameters(dialog_.kind)) {
+    if (param.perVariable) continue;  // a column of the selected list
+    std::string name(param.name);
     ParameterRow row;
-    row.tag = ParameterTag(spec.name);
-    switch (spec.kind) {
+    row.tag = ParameterTag(param.name);
+    switch (param.kind) {
       case ParameterKind::Integer: {
         if (name == "standardizedKind") {
           // Two radio buttons, "Ordinary..." (1) and "T-scale..." (2).
@@ -210,7 +210,7 @@ void TKijelolForm::BuildParameterPanel() {
           break;
         }
         QSpinBox* box = name == "confidenceIndex" ? new ConfidenceBox(parameterBox_) : new QSpinBox(parameterBox_);
-        if (name != "confidenceIndex") box->setRange(spec.minimum, spec.maximum);
+        if (name != "confidenceIndex") box->setRange(param.minimum, param.maximum);
         box->setMaximumWidth(90);
         connect(box, &QSpinBox::valueChanged, this, [this, name](int v) { ChangeValue(name, std::to_string(v)); });
         row.label = new QLabel(parameterBox_);
@@ -227,7 +227,7 @@ void TKijelolForm::BuildParameterPanel() {
       case ParameterKind::ThreeState: {
         auto* toggle = new QPushButton(parameterBox_);
         toggle->setMaximumWidth(90);
-        bool three = spec.kind == ParameterKind::ThreeState;
+        bool three = param.kind == ParameterKind::ThreeState;
         connect(toggle, &QPushButton::clicked, this, [this, name, three] {
           std::string now = dialog_.Value(name);
           std::string next = now == kYes ? (three ? std::string(kIfSignificant) : std::string(kNo))
@@ -247,7 +247,7 @@ void TKijelolForm::BuildParameterPanel() {
         break;
       }
     }
-    row.control->setObjectName(ToQt(spec.name));
+    row.control->setObjectName(ToQt(param.name));
     if (row.label != nullptr) {
       parameterLayout_->addRow(row.label, row.control);
     } else {
@@ -300,8 +300,8 @@ void TKijelolForm::ApplyLanguage(const LanguageTexts* texts) {
   }
   parameterBox_->setTitle(TagCaption(texts, kParametersTag));
   for (auto& [name, row] : rows_) {
-    const ParameterSpec* spec = FindParameter(dialog_.kind, name);
-    QString caption = TagCaption(texts, row.tag, Pick(lang, spec->english, spec->hungarian));
+    const ParameterSpec* param = FindParameter(dialog_.kind, name);
+    QString caption = TagCaption(texts, row.tag, Pick(lang, param->english, param->hungarian));
     if (row.label != nullptr) row.label->setText(caption);
     if (auto* check = qobject_cast<QCheckBox*>(row.control)) check->setText(caption);
     row.control->setToolTip(TagHint(texts, row.tag));
@@ -357,8 +357,8 @@ void TKijelolForm::FillLists() {
 
   // The per-variable parameter of the command, if any, is the second column.
   const ParameterSpec* perVariable = nullptr;
-  for (const ParameterSpec& spec : DialogParameters(dialog_.kind)) {
-    if (spec.perVariable && AppliesTo(spec, dialog_.commandCode)) perVariable = &spec;
+  for (const ParameterSpec& param : DialogParameters(dialog_.kind)) {
+    if (param.perVariable && AppliesTo(param, dialog_.commandCode)) perVariable = &param;
   }
   selectedTable_->clearContents();
   selectedTable_->setRowCount(static_cast<int>(dialog_.selected.size()));
