@@ -6,7 +6,7 @@ CMAKE_ARGS ?=
 PROGRAM     = $(BUILD)/tarvika
 CLI         = $(PROGRAM)/tarvika-cli
 
-.PHONY: all deps configure build run test bench asan gui stattab clean
+.PHONY: all deps configure build run test bench asan gui screenshots stattab clean
 
 all: build
 
@@ -41,6 +41,10 @@ stattab: build
 
 gui: build
 	$(PROGRAM)/tarvika
+
+# Pictures of the main window, the single-sample dialog and the viewer, on the example project.
+screenshots: build
+	QT_QPA_PLATFORM=offscreen $(PROGRAM)/tarvika --screenshots $(BUILD)/screenshots $(PROGRAM)/dat/survey.msw
 
 clean:
 	rm -rf $(BUILD)

@@ -1,11 +1,13 @@
 // tarvika: the desktop program.
 
 #include <QApplication>
-#include <QDir>
 #include <QStringList>
+
+#include <cstdio>
 
 #include "ui/main_window.h"
 #include "ui/qt_user_channel.h"
+#include "ui/screenshots.h"
 #include "workspace/session.h"
 
 int main(int argc, char** argv) {
@@ -20,12 +22,23 @@ int main(int argc, char** argv) {
     if (args[i] == "--program-dir" && i + 1 < args.size()) {
       options.programFolder = args[++i].toStdString();
     } else if (args[i] == "--screenshots" && i + 1 < args.size()) {
-      // Writes pictures of the main window's pages into the folder and ends.
+      // Writes pictures of the windows into the folder and ends.
       screenshotFolder = args[++i];
       options.singleInstance = false;
     } else if (!args[i].startsWith("--")) {
       options.fileToOpen = args[i].toStdString();
     }
+  }
+
+  if (!screenshotFolder.isEmpty()) {
+    // No person answers while the pictures are taken: messages go to standard error.
+    tarvika::ScriptedChannel quiet(tarvika::Answer::No);
+    tarvika::Session session(quiet);
+    if (session.StartUp(options) != tarvika::StartResult::Ready) return 1;
+    tarvika::MainWindow window(session);
+    bool ok = tarvika::WriteScreenshots(window, screenshotFolder);
+    for (const std::string& message : quiet.told) fprintf(stderr, "%s\n", message.c_str());
+    return ok ? 0 : 1;
   }
 
   tarvika::QtUserChannel user;
@@ -35,14 +48,5 @@ int main(int argc, char** argv) {
   user.SetParent(&window);
   window.resize(1000, 700);
   window.show();
-  if (!screenshotFolder.isEmpty()) {
-    QDir().mkpath(screenshotFolder);
-    for (int page = 0; page < window.Pages()->count(); ++page) {
-      window.Pages()->setCurrentIndex(page);
-      QApplication::processEvents();
-      window.grab().save(QDir(screenshotFolder).filePath(QString("main_window_page%1.png").arg(page + 1)));
-    }
-    return 0;
-  }
   return app.exec();
 }

@@ -9,6 +9,10 @@
 #include <QStatusBar>
 #include <QStyledItemDelegate>
 
+#include "ui/qt_text.h"
+#include "ui/recent_files_window.h"
+#include "ui/report_window.h"
+#include "ui/single_sample_form.h"
 #include "ui/table_models.h"
 #include "workspace/main_menu.h"
 #include "workspace/project_file.h"
@@ -16,8 +20,6 @@
 
 namespace tarvika {
 namespace {
-
-QString ToQt(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
 
 // The group type cell is chosen from a list of the words of the session's language.
 class GroupTypeDelegate : public QStyledItemDelegate {
@@ -70,7 +72,52 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   connect(variableModel_, &VariableTableModel::NamesChanged, dataModel_, &DataMatrixModel::Reload);
 
   ws.hooks.progress = [this](std::string_view text, std::string_view) { ShowStatus(text); };
+  ws.hooks.showReport = [this](const std::string& path) { ShowReportFile(path); };
   Refresh();
+}
+
+MainWindow::~MainWindow() {
+  session_.ws.hooks.progress = nullptr;
+  session_.ws.hooks.showReport = nullptr;
+}
+
+TKijelolForm* MainWindow::SingleSampleForm() {
+  if (singleForm_ == nullptr) {
+    singleForm_ = new TKijelolForm(session_.ws, this);
+    singleForm_->setWindowFlag(Qt::Window);
+    singleForm_->ApplyLanguage(Texts());
+  }
+  return singleForm_;
+}
+
+ReportWindow* MainWindow::Reports() {
+  if (reportWindow_ == nullptr) {
+    reportWindow_ = new ReportWindow(session_.ws, this);
+    reportWindow_->ApplyLanguage(Texts());
+  }
+  return reportWindow_;
+}
+
+RecentFilesWindow* MainWindow::RecentFiles() {
+  if (recentWindow_ == nullptr) {
+    recentWindow_ = new RecentFilesWindow(this);
+    recentWindow_->ApplyLanguage(Texts());
+    connect(recentWindow_, &RecentFilesWindow::Chosen, this, [this](const QString& path) { OpenFile(path); });
+  }
+  return recentWindow_;
+}
+
+void MainWindow::ShowReportFile(const std::string& path) {
+  // A text report opens in the viewer; an html one in the system's handler.
+  if (path.ends_with(".html")) {
+    if (Reports()->Viewer().openExternal) Reports()->Viewer().openExternal(path);
+    return;
+  }
+  Reports()->OpenReport();
+}
+
+void MainWindow::ResetDialogs() {
+  if (singleForm_ != nullptr) singleForm_->Reset();
 }
 
 void MainWindow::ShowStatus(std::string_view text) {
@@ -102,6 +149,9 @@ void MainWindow::Refresh() {
   }
   ApplyFontSize();
   BuildMenus();
+  if (singleForm_ != nullptr) singleForm_->ApplyLanguage(Texts());
+  if (reportWindow_ != nullptr) reportWindow_->ApplyLanguage(Texts());
+  if (recentWindow_ != nullptr) recentWindow_->ApplyLanguage(Texts());
 }
 
 void MainWindow::ApplyFontSize() {
@@ -140,6 +190,7 @@ void MainWindow::BuildMenus() {
 
 bool MainWindow::OpenFile(const QString& path) {
   bool ok = session_.OpenProject(path.toStdString());
+  if (ok) ResetDialogs();  // after a load every dialog starts empty
   Refresh();
   return ok;
 }
@@ -157,7 +208,7 @@ void MainWindow::RunCommand(const QString& command) {
   Workspace& ws = session_.ws;
   std::string name = command.toStdString();
   if (name == "file.new") {
-    session_.NewProject();
+    if (session_.NewProject()) ResetDialogs();
     Refresh();
   } else if (name == "file.open") {
     QString path = QFileDialog::getOpenFileName(this, QString(), ToQt(session_.ProgramPath("dat")), kOpenFilter);
@@ -167,6 +218,14 @@ void MainWindow::RunCommand(const QString& command) {
     Refresh();
   } else if (name == "file.save_as") {
     SaveAs();
+  } else if (name == "file.recent") {
+    RecentFiles()->Fill(RecentFilesToShow(ws));
+    RecentFiles()->show();
+    RecentFiles()->raise();
+  } else if (name == "view.output") {
+    Reports()->OpenReport();
+  } else if (name == "analysis.single") {
+    SingleSampleForm()->Open();
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {

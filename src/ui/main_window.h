@@ -16,11 +16,15 @@ namespace tarvika {
 class Session;
 class DataMatrixModel;
 class VariableTableModel;
+class TKijelolForm;
+class ReportWindow;
+class RecentFilesWindow;
 
 class MainWindow : public QMainWindow {
   Q_OBJECT
  public:
   explicit MainWindow(Session& session, QWidget* parent = nullptr);
+  ~MainWindow() override;
 
   // Runs a menu command by its name ("file.open", "settings.language", ...).
   void RunCommand(const QString& command);
@@ -33,6 +37,10 @@ class MainWindow : public QMainWindow {
   QTableView* DataView() const { return dataView_; }
   QTableView* VariableView() const { return variableView_; }
   const LanguageTexts* Texts() const { return texts_ ? &*texts_ : nullptr; }
+  // The forms of the window, made when first needed.
+  TKijelolForm* SingleSampleForm();
+  ReportWindow* Reports();
+  RecentFilesWindow* RecentFiles();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -42,6 +50,8 @@ class MainWindow : public QMainWindow {
   void ApplyFontSize();
   void ShowStatus(std::string_view text);
   bool SaveAs();
+  void ShowReportFile(const std::string& path);
+  void ResetDialogs();
 
   Session& session_;
   std::optional<LanguageTexts> texts_;
@@ -51,6 +61,9 @@ class MainWindow : public QMainWindow {
   DataMatrixModel* dataModel_ = nullptr;
   VariableTableModel* variableModel_ = nullptr;
   QLabel* status_ = nullptr;
+  TKijelolForm* singleForm_ = nullptr;
+  ReportWindow* reportWindow_ = nullptr;
+  RecentFilesWindow* recentWindow_ = nullptr;
   bool statusGreen_ = false;
 };
 

@@ -3,11 +3,9 @@
 #include <QInputDialog>
 #include <QMessageBox>
 
-namespace tarvika {
-namespace {
-QString ToQt(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
-}  // namespace
+#include "ui/qt_text.h"
 
+namespace tarvika {
 void QtUserChannel::Tell(std::string_view message) { QMessageBox::information(parent_, "Tarvika", ToQt(message)); }
 
 std::optional<std::string> QtUserChannel::AskText(std::string_view prompt, std::string_view initial) {

@@ -1,13 +1,12 @@
 #include "ui/table_models.h"
 
+#include "ui/qt_text.h"
 #include "workspace/declaration_editors.h"
 #include "workspace/declarations.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
 namespace {
-
-QString ToQt(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
 
 // A cell holds no tab or line end: they separate fields and records in the project file.
 std::string CellText(const QVariant& value) {

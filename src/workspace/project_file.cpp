@@ -744,4 +744,16 @@ bool StoreRecentFiles(const Workspace& ws, const std::vector<std::string>& files
   return WriteTextLines(ProgramFile(ws, "last.mod"), files, nullptr);
 }
 
+std::vector<std::string> RecentFilesToShow(const Workspace& ws) {
+  std::vector<std::string> shown;
+  std::vector<std::string> stored = LoadRecentFiles(ws);
+  for (auto it = stored.rbegin(); it != stored.rend(); ++it) {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(*it, ec)) continue;
+    bool seen = std::any_of(shown.begin(), shown.end(), [&](const std::string& s) { return EqualIgnoringCase(s, *it); });
+    if (!seen) shown.push_back(*it);
+  }
+  return shown;
+}
+
 }  // namespace tarvika

@@ -58,5 +58,8 @@ bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view 
 // "last.mod" of the program folder: one full path per line; empty when there is no file.
 std::vector<std::string> LoadRecentFiles(const Workspace& ws);
 bool StoreRecentFiles(const Workspace& ws, const std::vector<std::string>& files);
+// The list the "Last edited files" window shows: newest first (a load adds its path at the
+// end of "last.mod"), each path once ignoring case, only files that still exist.
+std::vector<std::string> RecentFilesToShow(const Workspace& ws);
 
 }  // namespace tarvika

@@ -437,6 +437,11 @@ TEST_F(ProjectFileTest, CompanionFilesAndProgress) {
   // A load of a file with another extension lists it as ".msw".
   ASSERT_EQ(LoadProject(ws, b), LoadResult::Loaded);
   EXPECT_EQ(LoadRecentFiles(ws).back(), (dir / "b.msw").string());
+  // The window of recent files: newest first, each once ignoring case, only existing files.
+  const std::string bMsw = Write("b.msw", "");
+  Write("A.MSW", "");
+  ASSERT_TRUE(StoreRecentFiles(ws, {upper, "/x/y.msw", b, bMsw, a, b}));
+  EXPECT_EQ(RecentFilesToShow(ws), (std::vector<std::string>{b, a, bMsw}));
   EXPECT_EQ(ws.suggestedOutputFile, (dir / "b_imp.txt").string());
   EXPECT_EQ(SuggestedOutputFile("/d.x/name"), "/d.x/name_imp");
 }

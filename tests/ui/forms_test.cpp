@@ -1,0 +1,278 @@
+// The forms of the desktop program over the example project: the grids, the single-sample
+// dialog run by its buttons (its report must be the command line's), the viewer's
+// commands, the recent files and the language switch.
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QTextBrowser>
+#include <QtTest>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+#include "frame/report_writer.h"
+#include "ui/main_window.h"
+#include "ui/recent_files_window.h"
+#include "ui/report_window.h"
+#include "ui/single_sample_form.h"
+#include "workspace/session.h"
+
+namespace fs = std::filesystem;
+using namespace tarvika;
+
+namespace {
+
+QString Cell(QAbstractItemModel* model, int row, int column) { return model->data(model->index(row, column)).toString(); }
+
+void Click(QWidget* parent, const char* name) {
+  auto* button = parent->findChild<QPushButton*>(name);
+  QVERIFY2(button != nullptr, name);
+  QTest::mouseClick(button, Qt::LeftButton);
+}
+
+// Selects the names in the form's source list and presses the button.
+void MoveNames(TKijelolForm* form, const QStringList& names, const char* button) {
+  QListWidget* source = form->SourceListWidget();
+  source->clearSelection();
+  for (const QString& name : names) {
+    auto found = source->findItems(name, Qt::MatchExactly);
+    QVERIFY2(found.size() == 1, qPrintable(name));
+    found.front()->setSelected(true);
+  }
+  Click(form, button);
+}
+
+QStringList Items(QListWidget* list) {
+  QStringList items;
+  for (int i = 0; i < list->count(); ++i) items << list->item(i)->text();
+  return items;
+}
+
+// The report the command line prints, with "\n" line ends and no last one, as the viewer holds it.
+QString CliReport(const std::string& arguments) {
+  std::string command = std::string(TARVIKA_PROGRAM_DIR) + "/tarvika-cli " + arguments;
+  std::string out;
+  FILE* pipe = popen(command.c_str(), "r");
+  std::array<char, 4096> buffer;
+  for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) out.append(buffer.data(), n);
+  pclose(pipe);
+  QString text = QString::fromStdString(out).replace("\r\n", "\n");
+  if (text.endsWith('\n')) text.chop(1);
+  return text;
+}
+
+}  // namespace
+
+class FormsTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void init() {
+    root_ = fs::temp_directory_path() / ("tarvika-forms-" + std::to_string(QCoreApplication::applicationPid()));
+    fs::remove_all(root_);
+    fs::create_directories(root_ / "dat");
+    fs::copy(TARVIKA_SOURCE_DIR "/data/language", root_ / "language");
+    fs::copy(TARVIKA_SOURCE_DIR "/data/stattab", root_ / "stattab");
+    fs::copy_file(TARVIKA_SOURCE_DIR "/data/dat/survey.msw", root_ / "dat" / "survey.msw");
+    project_ = QString::fromStdString((root_ / "dat" / "survey.msw").string());
+  }
+  void cleanup() { fs::remove_all(root_); }
+
+  void dialogRunShowsTheCommandLinesReport() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    std::unique_ptr<MainWindow> window = Start(session);
+    QVERIFY(window != nullptr);
+    window->RunCommand("settings.language");
+    QCOMPARE(session.ws.language, Language::English);
+    QVERIFY(window->OpenFile(project_));
+
+    // The grids show the cells of the project.
+    QAbstractItemModel* data = window->DataView()->model();
+    QCOMPARE(data->rowCount(), 237);
+    QCOMPARE(data->columnCount(), 9);
+    QCOMPARE(data->headerData(1, Qt::Horizontal).toString(), QString("Wr.Hnd"));
+    QCOMPARE(Cell(data, 0, 1), QString("18.5"));
+    QCOMPARE(Cell(data, 2, 7), QString());  // a missing height stays empty
+    QCOMPARE(Cell(data, 236, 0), QString("1"));
+    QAbstractItemModel* vars = window->VariableView()->model();
+    QCOMPARE(Cell(vars, 8, kGroupLabels), QString("16_20=up to 20;/20_25=20 to 25;/25_80=over 25;/"));
+    QCOMPARE(Cell(vars, 8, kGroupType), QString("intervals"));
+
+    window->RunCommand("analysis.single");
+    TKijelolForm* form = window->SingleSampleForm();
+    QVERIFY(form->isVisible());
+    QCOMPARE(form->CommandList()->currentText(), QString("Basic descriptive statistics"));
+    QCOMPARE(Items(form->SourceListWidget()).join(","), QString("Sex,Wr.Hnd,NW.Hnd,W.Hnd,Pulse,Exer,Smoke,Height,Age"));
+    MoveNames(form, {"Wr.Hnd", "NW.Hnd", "Pulse", "Height", "Age"}, "toSelected");
+    MoveNames(form, {"Smoke"}, "toConditional");
+    QCOMPARE(Items(form->SourceListWidget()).join(","), QString("Sex,W.Hnd,Exer"));
+    QCOMPARE(form->SelectedTable()->rowCount(), 5);
+    QCOMPARE(Items(form->findChild<QListWidget*>("conditional")), QStringList{"Smoke"});
+    // A second conditional variable takes the place of the first, which goes back.
+    MoveNames(form, {"Exer"}, "toConditional");
+    QCOMPARE(Items(form->SourceListWidget()).join(","), QString("Sex,W.Hnd,Smoke"));
+    MoveNames(form, {"Smoke"}, "toConditional");
+    QCOMPARE(form->Dialog().conditional, std::string("Smoke"));
+
+    Click(form, "run");
+    ReportWindow* viewer = window->Reports();
+    QVERIFY(viewer->isVisible());
+    QCOMPARE(viewer->windowTitle(), QString::fromStdString(LastReportPath(root_.string())));
+    QString shown = viewer->PageEdit(ReportViewer::kLast)->toPlainText();
+    fs::create_directories(root_ / "cli");
+    QString expected = CliReport("--program-dir '" + (root_ / "cli").string() + "' run '" + project_.toStdString() +
+                                 "' --command 11 --vars Wr.Hnd,NW.Hnd,Pulse,Height,Age --cond Smoke --lang en");
+    QVERIFY(expected.startsWith("|| Tarvika 2.0\n"));
+    QCOMPARE(shown, expected);
+
+    // The viewer: find, replace all, append, save; an edit by hand is part of the page.
+    QPlainTextEdit* last = viewer->PageEdit(ReportViewer::kLast);
+    last->setPlainText(QString::fromUtf8("Árvíztűrő Pulse, pulse\n") + shown);
+    last->document()->setModified(true);
+    viewer->FindEdit()->setText("pulse");
+    Click(viewer, "findNext");
+    QCOMPARE(last->textCursor().selectedText(), QString("Pulse"));
+    QCOMPARE(last->textCursor().selectionStart(), 10);
+    viewer->CaseSensitive()->setChecked(true);
+    Click(viewer, "findNext");
+    QCOMPARE(last->textCursor().selectionStart(), 17);
+    viewer->ReplaceEdit()->setText("pulzus");
+    Click(viewer, "replaceAll");
+    // One replacement, told as one less than the rounds made: the find after it failed.
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Replaced: 0"));
+    QVERIFY(last->toPlainText().startsWith(QString::fromUtf8("Árvíztűrő Pulse, pulzus\n")));
+    Click(viewer, "append");
+    QCOMPARE(viewer->Pages()->currentIndex(), 1);
+    QCOMPARE(viewer->PageEdit(ReportViewer::kComplete)->toPlainText(), last->toPlainText());
+    Click(viewer, "saveAndExit");
+    QVERIFY(!viewer->isVisible());
+    QVERIFY(fs::exists(root_ / "output" / "zuli_tot.txt"));
+
+    // Show as HTML, without a screen, in a browser of the program's own.
+    window->RunCommand("view.output");
+    QVERIFY(viewer->isVisible());
+    viewer->ShowAsHtml();
+    auto* browser = qobject_cast<QTextBrowser*>(viewer->HtmlBrowser());
+    QVERIFY(browser != nullptr);
+    QVERIFY(browser->toPlainText().contains("Basic descriptive statistics"));
+    QVERIFY(fs::exists(root_ / "output" / "zuli_akt.html"));
+    Click(viewer, "exitWithoutSaving");
+    QVERIFY(!fs::exists(root_ / "output" / "zuli_tot.txt"));
+  }
+
+  void parametersLanguageRecentFilesAndReset() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    std::unique_ptr<MainWindow> window = Start(session);
+    QVERIFY(window != nullptr);
+    QVERIFY(window->OpenFile(project_));
+    window->RunCommand("analysis.single");
+    TKijelolForm* form = window->SingleSampleForm();
+    QCOMPARE(form->windowTitle(), QString::fromUtf8("Egymintás elemzések"));
+    MoveNames(form, {"Pulse", "Age"}, "toSelected");
+
+    // Frequencies: a scale type per variable, the multiplier within its bounds.
+    form->CommandList()->setCurrentIndex(2);
+    QCOMPARE(form->Dialog().commandCode, 13);
+    QTableWidget* selected = form->SelectedTable();
+    QVERIFY(!selected->isColumnHidden(1));
+    auto* scale = qobject_cast<QComboBox*>(selected->cellWidget(1, 1));
+    QVERIFY(scale != nullptr);
+    QCOMPARE(scale->currentText(), QString("folytonos"));
+    scale->setCurrentIndex(2);
+    QCOMPARE(form->Dialog().ValueFor("scaleType", "Age"), std::string("group.def."));
+    QVERIFY(form->ParameterControl("classMultiplier")->isVisibleTo(form));
+    QVERIFY(!form->ParameterControl("trimmingPercent")->isVisibleTo(form));
+    QVERIFY(!form->SetParameter("classMultiplier", "7"));
+    QCOMPARE(qobject_cast<QSpinBox*>(form->ParameterControl("classMultiplier"))->value(), 1);
+
+    // Tests on the mean: hypothetical values per variable; a bad one is refused and shown back.
+    form->CommandList()->setCurrentIndex(3);
+    QCOMPARE(selected->item(0, 1)->text(), QString("1"));
+    selected->item(0, 1)->setText("72,5");
+    QCOMPARE(form->Dialog().ValueFor("hypotheticalValue", "Pulse"), std::string("72.5"));
+    selected->item(1, 1)->setText("abc");
+    QCOMPARE(QString::fromStdString(user.told.back()), QString::fromUtf8("hypotheticalValue értéke szám legyen."));
+    QCOMPARE(selected->item(1, 1)->text(), QString("1"));
+
+    // Confidence steps through 90, 95, 99; the toggle shows its state in its colour.
+    form->CommandList()->setCurrentIndex(1);
+    auto* confidence = qobject_cast<QSpinBox*>(form->ParameterControl("confidenceIndex"));
+    QCOMPARE(confidence->text(), QString("95"));
+    confidence->stepUp();
+    QCOMPARE(confidence->text(), QString("99"));
+    QCOMPARE(form->Dialog().Value("confidenceIndex"), std::string("2"));
+    form->CommandList()->setCurrentIndex(4);
+    auto* toggle = qobject_cast<QPushButton*>(form->ParameterControl("saveStandardized"));
+    QCOMPARE(toggle->text(), QString(" No "));
+    QVERIFY(toggle->styleSheet().contains("#ff8000"));
+    QVERIFY(!form->ParameterControl("standardizedKind")->isVisibleTo(form));
+    QTest::mouseClick(toggle, Qt::LeftButton);
+    QCOMPARE(toggle->text(), QString(" Yes "));
+    QVERIFY(toggle->styleSheet().contains("#00ff00"));
+    QCOMPARE(form->Dialog().Value("saveStandardized"), std::string(" Yes "));
+    QVERIFY(form->ParameterControl("standardizedKind")->isVisibleTo(form));  // shown while saving is on
+
+    // The language switch relabels every form at once and keeps the chosen command.
+    QCOMPARE(MenuEntry(*window, "Válts angolra").isEmpty(), false);
+    window->RunCommand("settings.language");
+    QCOMPARE(form->windowTitle(), QString("Single sample analyses"));
+    QCOMPARE(form->CommandList()->currentText(), QString("Test of normality"));
+    QCOMPARE(qobject_cast<QPushButton*>(form->findChild<QPushButton*>("run"))->text(), QString("Run"));
+    QCOMPARE(window->Reports()->Pages()->tabText(1), QString("Complete output file"));
+    QCOMPARE(MenuEntry(*window, "Change to hungarian").isEmpty(), false);
+    form->CommandList()->setCurrentIndex(1);
+    QCOMPARE(form->ParameterCaption("trimmingPercent"), QString("Trimming %"));
+
+    // The recent files, newest first; choosing one opens it, and a load resets the dialog.
+    fs::copy_file(root_ / "dat" / "survey.msw", root_ / "dat" / "second.msw");
+    QVERIFY(window->OpenFile(QString::fromStdString((root_ / "dat" / "second.msw").string())));
+    QCOMPARE(form->SelectedTable()->rowCount(), 0);
+    window->RunCommand("file.recent");
+    QListWidget* recent = window->RecentFiles()->List();
+    QCOMPARE(recent->count(), 2);
+    QCOMPARE(recent->item(1)->text(), project_);
+    QCOMPARE(window->RecentFiles()->windowTitle(), QString("Last edited files"));
+    recent->setCurrentRow(1);
+    window->RecentFiles()->OpenChosen();
+    QCOMPARE(window->windowTitle(), "Tarvika: " + project_);
+  }
+
+ private:
+  // The window goes before the session it shows.
+  std::unique_ptr<MainWindow> Start(Session& session) {
+    StartOptions options;
+    options.programFolder = root_.string();
+    options.decimalSeparator = '.';
+    if (session.StartUp(options) != StartResult::Ready) return nullptr;
+    auto window = std::make_unique<MainWindow>(session);
+    window->show();
+    return window;
+  }
+  static QString MenuEntry(QMainWindow& w, const QString& text) {
+    for (QAction* top : w.menuBar()->actions()) {
+      if (top->menu() == nullptr) continue;
+      for (QAction* a : top->menu()->actions()) {
+        if (a->text() == text) return a->text();
+      }
+    }
+    return {};
+  }
+
+  fs::path root_;
+  QString project_;
+};
+
+QTEST_MAIN(FormsTest)
+#include "forms_test.moc"
