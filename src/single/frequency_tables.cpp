@@ -111,7 +111,8 @@ void FrequencyRun::Row(std::string_view label, int frequency, int n, double& cum
   r_.Cell(std::to_string(frequency));
   r_.Cell(Percent(frequency, n));
   r_.Cell(Percent(cumulative, n));
-  r_.Cell("|" + std::string(BarLength(frequency, largest), '='));
+  // The html form draws the bars as a figure below the table.
+  if (!r_.Html()) r_.Cell("|" + std::string(BarLength(frequency, largest), '='));
   r_.EndRow();
 }
 

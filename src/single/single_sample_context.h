@@ -66,7 +66,7 @@ struct SingleSampleContext {
   void ForEachValue(int i, F f) const;
 
   // The heading of a variable's block: a blank line and "VARIABLE: " name (in Hungarian a
-  // tab before "VÁLTOZÓ: " and no blank line), with the long name when it is longer.
+  // tab before "VÁLTOZÓ: "), with the long name when it is longer.
   void WriteVariableHeading(int i);
   // The critical F for numerator df 1 and the df at the dialog's confidence (90, 95, 99).
   double CriticalF(int df) const;

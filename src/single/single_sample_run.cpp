@@ -18,12 +18,8 @@ SingleSampleContext::SingleSampleContext(Workspace& w, const AnalysisRequest& r,
 void SingleSampleContext::WriteVariableHeading(int i) {
   std::string name = Name(i);
   if (Utf8Length(LongName(i)) > Utf8Length(name)) name += " (" + LongName(i) + ")";
-  if (English()) {
-    report.BlankLine();
-    report.Line("VARIABLE: " + name);
-  } else {
-    report.Line("\tVÁLTOZÓ: " + name);
-  }
+  report.BlankLine();
+  report.Line((English() ? "VARIABLE: " : "\tVÁLTOZÓ: ") + name);
 }
 
 void SingleSampleContext::WriteIndexAndName(int i) {
