@@ -17,6 +17,7 @@
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
 #include "workspace/project_file.h"
+#include "numeric/stat_tables.h"
 #include "workspace/settings.h"
 #include "workspace/workspace.h"
 
@@ -36,6 +37,8 @@ struct RunOptions {
   std::string lang;
   std::string format = "text";
   std::string out;
+  std::string save;
+  bool saveInPlace = false;
 };
 
 int InputError(std::string_view message) {
@@ -54,6 +57,14 @@ int Run(CliContext& context, const RunOptions& o) {
   const CommandInfo* command = FindCommand(o.command);
   if (command == nullptr) {
     return InputError(std::string(Pick(language, "Unknown command: ", "Ismeretlen parancs: ")) + std::to_string(o.command));
+  }
+  if (o.command == 16) {
+    return InputError(std::string(Pick(language, "Command 16 (Distribution fitting) is not offered; choose one of 11 to 15.",
+                                       "A 16-os parancs (Eloszlásvizsgálat) nem érhető el; válasszon a 11-15 közül.")));
+  }
+  if (!o.save.empty() && o.saveInPlace) {
+    return InputError(std::string(Pick(language, "Give either --save or --save-in-place, not both.",
+                                       "Vagy --save, vagy --save-in-place adható meg, a kettő együtt nem.")));
   }
   // The dialog of the command, filled as a person would fill it.
   AnalysisDialog dialog(command->dialog);
@@ -95,7 +106,15 @@ int Run(CliContext& context, const RunOptions& o) {
   ValidateDeclarations(ws);
 
   ReportFormat format = o.format == "html" ? ReportFormat::Html : ReportFormat::Text;
-  switch (RunAnalysis(ws, dialog, BuiltAnalyses(), format)) {
+  const int variablesBefore = ws.NumberOfVariables();
+  RunResult result;
+  try {
+    result = RunAnalysis(ws, dialog, BuiltAnalyses(), format);
+  } catch (const MissingTableFile& missing) {
+    std::cerr << MissingTableMessage(missing.name(), language) << '\n';
+    return 1;
+  }
+  switch (result) {
     case RunResult::Ran:
       break;
     case RunResult::Refused:
@@ -105,6 +124,12 @@ int Run(CliContext& context, const RunOptions& o) {
       std::cerr << Pick(language, "The report can't be written: ", "A jelentés nem írható: ")
                 << LastReportPath(programFolder, format) << '\n';
       return 1;
+  }
+  // New variables of the run are kept by writing the project back.
+  const std::string target = o.saveInPlace ? o.project : o.save;
+  if (!target.empty() && ws.NumberOfVariables() > variablesBefore && !SaveProject(ws, target)) {
+    std::cerr << Pick(language, "Can't write ", "Nem írható: ") << target << '\n';
+    return 1;
   }
   const std::string report = LastReportPath(programFolder, format);
   if (!o.out.empty()) {
@@ -142,6 +167,8 @@ void RegisterRunCommand(CLI::App& app, CliContext& context) {
       ->check(CLI::IsMember({"en", "hu"}));
   cmd->add_option("--format", o->format, "Report format")->check(CLI::IsMember({"text", "html"}));
   cmd->add_option("--out", o->out, "Copy the report file here instead of printing it");
+  cmd->add_option("--save", o->save, "Write the project with the variables the run created to this file (.msw)");
+  cmd->add_flag("--save-in-place", o->saveInPlace, "Write the project with the variables the run created back to its file");
   cmd->callback([&context, o] { context.exitCode = Run(context, *o); });
 }
 

@@ -6,7 +6,8 @@ namespace tarvika {
 
 const AnalysisRegistry& BuiltAnalyses() {
   static const AnalysisRegistry registry = {
-      {11, SingleSampleRun},
+      {11, SingleSampleRun}, {12, SingleSampleRun}, {13, SingleSampleRun},
+      {14, SingleSampleRun}, {15, SingleSampleRun},
   };
   return registry;
 }

@@ -65,13 +65,22 @@ void MidRanks(std::span<double> values, int n) {
   }
 }
 
+int DistinctValueIndex::Find(double x) const {
+  int match = -1;
+  auto it = index_.lower_bound(x - kValueTolerance);
+  for (; it != index_.end() && it->first < x + kValueTolerance; ++it) {
+    if (std::fabs(it->first - x) < kValueTolerance && (match < 0 || it->second < match)) match = it->second;
+  }
+  return match;
+}
+
 ValueTable::ValueTable() : values_(kValueTableSize), freq_(kValueTableSize), marks_(kValueTableSize) {}
 
 void ValueTable::Reset(double minimum, double maximum) {
   count_ = 0;
   minimum_ = minimum;
   binWidth_ = (maximum - minimum) / kMaxDistinctValues;
-  index_.clear();
+  index_.Clear();
 }
 
 void ValueTable::Add(double x) {
@@ -79,18 +88,14 @@ void ValueTable::Add(double x) {
     ++freq_[BinOf(x)];
     return;
   }
-  int match = -1;
-  auto it = index_.lower_bound(x - kValueTolerance);
-  for (; it != index_.end() && it->first < x + kValueTolerance; ++it) {
-    if (std::fabs(it->first - x) < kValueTolerance && (match < 0 || it->second < match)) match = it->second;
-  }
+  int match = index_.Find(x);
   if (match >= 0) {
     ++freq_[match];
     return;
   }
   values_[count_] = x;
   freq_[count_] = 1;
-  index_.emplace(x, count_);
+  index_.Insert(x, count_);
   ++count_;
   if (count_ == kValueTableSize) ConvertToBins();
 }
@@ -107,7 +112,7 @@ void ValueTable::ConvertToBins() {
   freq_ = std::move(bins);
   // The entries stand for their bins from now on: their values are the bin centres.
   for (int k = 0; k < kValueTableSize; ++k) values_[k] = (k + 0.5) * binWidth_ + minimum_;
-  index_.clear();
+  index_.Clear();
 }
 
 void ValueTable::SortEntries() {

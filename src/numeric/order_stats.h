@@ -49,6 +49,20 @@ struct SignedRanks {
   int n = 0;  // the valid cases less those equal to the reference
 };
 
+// Finds a value among the distinct entries of a table: the entries are at least the
+// tolerance apart, so at most two lie within it of any value, and the earlier entry is the
+// match, as a search from the first entry would find. A lookup is logarithmic.
+class DistinctValueIndex {
+ public:
+  void Clear() { index_.clear(); }
+  // The entry within the tolerance of x, or -1.
+  int Find(double x) const;
+  void Insert(double x, int entry) { index_.emplace(x, entry); }
+
+ private:
+  std::multimap<double, int> index_;
+};
+
 class ValueTable {
  public:
   ValueTable();
@@ -88,10 +102,8 @@ class ValueTable {
   int count_ = 0;
   double minimum_ = 0;
   double binWidth_ = 0;
-  // Distinct values to their entries, so that finding a value is not a linear search. The
-  // entries are at least the tolerance apart, so at most two lie within it of any value;
-  // the earlier one is the match, as a search from the first entry would find.
-  std::multimap<double, int> index_;
+  DistinctValueIndex index_;  // not a linear search
+
 };
 
 // Skewness and excess kurtosis from the central sums m2, m3, m4, the standard deviation s

@@ -1,195 +1,272 @@
 #include "single/single_sample_run.h"
 
 #include <cmath>
+#include <filesystem>
 #include <fmt/format.h>
 
-#include "frame/data_feed.h"
+#include "single/single_sample_context.h"
+#include "workspace/numbers.h"
 #include "lang/utf8.h"
 #include "workspace/session.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
+
+SingleSampleContext::SingleSampleContext(Workspace& w, const AnalysisRequest& r, ReportFormat format)
+    : ws(w), request(r), report(w, format), index(BuildSelectedIndex(r)) {}
+
+void SingleSampleContext::WriteVariableHeading(int i) {
+  std::string name = Name(i);
+  if (Utf8Length(LongName(i)) > Utf8Length(name)) name += " (" + LongName(i) + ")";
+  report.BlankLine();
+  report.Line((English() ? "VARIABLE: " : "\tVÁLTOZÓ: ") + name);
+}
+
+void SingleSampleContext::WriteIndexAndName(int i) {
+  const int length = static_cast<int>(Utf8Length(Name(i)));
+  report.FirstCell(fmt::format("{:>3}. ", Column(i)));
+  report.Cell(Name(i) + std::string(std::max(0, 24 - 2 * length), ' '));
+}
+
+int SingleSampleContext::ConfidencePercent() const {
+  switch (request.IntParameter("confidenceIndex", 1)) {
+    case 0: return 90;
+    case 2: return 99;
+    default: return 95;
+  }
+}
+
+double SingleSampleContext::CriticalF(int df) const {
+  FTabResult f = FTabLookup(ftable, 1, df, 0);
+  switch (ConfidencePercent()) {
+    case 90: return f.CriticalF90;
+    case 99: return f.CriticalF99;
+    default: return f.CriticalF95;
+  }
+}
+
+int Decimals(double x) {
+  double a = std::fabs(x);
+  return a < 0.09995 ? 4 : a < 0.9995 ? 3 : a < 99.995 ? 2 : a < 999999.95 ? 1 : 0;
+}
+
+int DecimalsOrWhole(double x) {
+  double a = std::fabs(x);
+  return a - std::floor(a) < kZeroTolerance ? 0 : Decimals(x);
+}
+
+std::string Fixed(double x, int d) {
+  std::string s = FormatFixed(x, d);
+  if (s.front() == '-' && s.find_first_not_of("-0.") == std::string::npos) s.erase(0, 1);
+  return s;
+}
+
+std::string Trimmed4(double x) {
+  std::string s = Fixed(x, 4);
+  while (s.back() == '0') s.pop_back();
+  if (s.back() == '.') s.pop_back();
+  return s;
+}
+
+std::string DataCell(double x, char separator) {
+  std::string s;
+  for (int d = 4; d >= 0; --d) {
+    s = Trimmed4(std::stod(Fixed(x, d)));
+    if (s.size() <= 8) break;
+  }
+  if (separator != '.') {
+    for (char& ch : s) {
+      if (ch == '.') ch = separator;
+    }
+  }
+  return s;
+}
+
 namespace {
 
-constexpr std::string_view kWindow = "KijelolForm";
 constexpr int kProgressStep = 10000;
-
-// The per-variable accumulators of one group.
-struct VariableStats {
-  std::int32_t count = 0;
-  double mean = 0;
-  double m2 = 0;
-  double m3 = 0;
-  double m4 = 0;
-  double minimum = 999999999;
-  double maximum = -999999999;
-  double variance = 0;
-};
 
 class SingleSampleRunner {
  public:
-  SingleSampleRunner(Workspace& ws, const AnalysisRequest& request, ReportFormat format)
-      : ws_(ws), request_(request), report_(ws, format), index_(BuildSelectedIndex(request)) {}
+  SingleSampleRunner(Workspace& ws, const AnalysisRequest& request, ReportFormat format) : c_(ws, request, format) {}
 
   bool Run();
 
  private:
-  std::string_view T(std::string_view english, std::string_view hungarian) const { return ws_.Text(english, hungarian); }
-  void ReadGroup(int group, const DataFeed& feed);
+  void ReadGroup(int group);
   void WriteGroupHeading(int group);
   void WriteBasicTable();
 
-  Workspace& ws_;
-  const AnalysisRequest& request_;
-  ReportWriter report_;
-  SelectedIndex index_;
-  int mode_ = 11;
-  int conditional_ = 0;  // variable number of the conditional grouping variable
-  GroupDefinition groups_;
-  std::vector<int> sizes_;
-  std::vector<VariableStats> stats_;  // 1..analysed
+  SingleSampleContext c_;
 };
 
 bool SingleSampleRunner::Run() {
-  mode_ = request_.commandCode;
-  if (!report_.OpenReport(SingleSampleTitle(mode_, ws_.language))) return false;
-  if (mode_ != 11) {
-    report_.Line(UnderConstruction(ws_.language));
-    report_.CloseReport();
-    report_.ShowReport();
+  Workspace& ws = c_.ws;
+  ReportWriter& report = c_.report;
+  const int mode = c_.mode = c_.request.commandCode;
+  if (!report.OpenReport(SingleSampleTitle(mode, ws.language))) return false;
+  if (mode < 11 || mode > 15) {
+    report.Line(UnderConstruction(ws.language));
+    report.CloseReport();
+    report.ShowReport();
     return true;
   }
-  DataFeed feed(ws_, report_.Missing(), index_.columns);
+  c_.feed.emplace(ws, report.Missing(), c_.index.columns);
   int groupCount = 1;
-  if (index_.conditional > 0) {
-    conditional_ = index_.columns[index_.conditional];
-    groups_ = GetGroupDefinition(ws_, conditional_);
-    sizes_ = CountConditionalGroups(report_, feed, groups_, conditional_);
-    groupCount = groups_.distinct;
+  if (c_.index.conditional > 0) {
+    c_.conditional = c_.index.columns[c_.index.conditional];
+    c_.groups = GetGroupDefinition(ws, c_.conditional);
+    c_.sizes = CountConditionalGroups(report, *c_.feed, c_.groups, c_.conditional);
+    groupCount = c_.groups.distinct;
   } else {
-    sizes_ = {0, ws_.NumberOfCases()};
+    c_.sizes = {0, ws.NumberOfCases()};
+  }
+  if (mode != 11) {
+    const std::filesystem::path folder = TableFolder(ws.programFolder);
+    c_.ftable = LoadFTable(folder);
+    if (mode == 14) {
+      LoadWilcoxonTable(folder);
+      LoadSignTable(folder);
+    }
   }
   for (int g = 1; g <= groupCount; ++g) {
-    if (sizes_[g] == 0) continue;
-    ReadGroup(g, feed);
+    if (c_.sizes[g] == 0) continue;
+    c_.group = g;
+    ReadGroup(g);
     WriteGroupHeading(g);
-    WriteBasicTable();
+    switch (mode) {
+      case 11: WriteBasicTable(); break;
+      case 12:
+        if (c_.request.IntParameter("trimmingPercent") > 0) {
+          WriteTestBlocks(c_, false);
+        } else {
+          WriteDetailedTable(c_);
+        }
+        break;
+      case 13: WriteFrequencyTables(c_); break;
+      case 14: WriteTestBlocks(c_, true); break;
+      case 15: WriteNormalityTests(c_); break;
+    }
   }
-  ws_.ShowProgress("", kWindow);
-  report_.CloseReport();
-  report_.ShowReport();
+  ws.ShowProgress("", kSingleWindow);
+  report.CloseReport();
+  report.ShowReport();
   return true;
 }
 
-void SingleSampleRunner::ReadGroup(int group, const DataFeed& feed) {
-  const int k = index_.analysed;
-  stats_.assign(k + 1, VariableStats{});
-  std::vector<double> values(index_.Count() + 1, 0);
-  std::vector<std::uint8_t> missings(index_.Count() + 1, 1);
-  const int cases = ws_.NumberOfCases();
+void SingleSampleRunner::ReadGroup(int group) {
+  const Workspace& ws = c_.ws;
+  const int k = c_.index.analysed;
+  const bool moments = c_.mode == 12 || c_.mode == 14;
+  c_.stats.assign(k + 1, VariableStats{});
+  c_.groupRows.clear();
+  std::vector<double> values(c_.index.Count() + 1, 0);
+  std::vector<std::uint8_t> missings(c_.index.Count() + 1, 1);
+  const int cases = ws.NumberOfCases();
   for (int row = 1; row <= cases; ++row) {
-    if (row % kProgressStep == 0) ws_.ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row), kWindow);
-    if (conditional_ > 0) {
+    if (row % kProgressStep == 0) ws.ShowProgress(fmt::format("{}{}", c_.T("Case: ", "Eset: "), row), kSingleWindow);
+    if (c_.conditional > 0) {
       double code;
       bool missing;
-      feed.ReadValue(row, conditional_, code, missing);
-      if (missing || FindMergedGroup(groups_, code) != group) continue;
+      c_.feed->ReadValue(row, c_.conditional, code, missing);
+      if (missing || FindMergedGroup(c_.groups, code) != group) continue;
     }
-    feed.ReadRow(row, k, values, missings);
+    c_.groupRows.push_back(row);
+    c_.feed->ReadRow(row, k, values, missings);
     for (int i = 1; i <= k; ++i) {
       if (missings[i]) continue;
-      VariableStats& s = stats_[i];
+      VariableStats& s = c_.stats[i];
       const double x = values[i];
       const long double n = ++s.count;
       const long double d = (x - static_cast<long double>(s.mean)) / n;
       const long double e = d * d;
       if (x > s.maximum) s.maximum = x;
       if (x < s.minimum) s.minimum = x;
+      if (moments) {
+        s.m4 = static_cast<double>(s.m4 - 4 * d * s.m3 + 6 * e * s.m2 + (n * n - 3 * n + 3) * e * e * n * (n - 1));
+        s.m3 = static_cast<double>(s.m3 - 3 * d * s.m2 + d * e * n * (n - 1) * (n - 2));
+      }
       s.m2 = static_cast<double>(s.m2 + n * e * (n - 1));
       s.mean = static_cast<double>(s.mean + d);
     }
   }
   for (int i = 1; i <= k; ++i) {
-    if (stats_[i].count > 2) stats_[i].variance = stats_[i].m2 / (stats_[i].count - 1);
+    if (c_.stats[i].count > 2) c_.stats[i].variance = c_.stats[i].m2 / (c_.stats[i].count - 1);
   }
 }
 
 void SingleSampleRunner::WriteGroupHeading(int group) {
-  const bool conditional = conditional_ > 0;
-  if (group == 1 && mode_ == 11) {
-    if (conditional) report_.BlankLine();
-    report_.Line(T("Notation:", "Jelölés:"));
-    if (ws_.language == Language::English) report_.Line(" - SD = Standard deviation");
-    report_.Line(T(" - Rel.SD = Relative SD = Coefficient of variation = SD/Mean",
+  const bool conditional = c_.conditional > 0;
+  if (group == 1 && c_.mode == 11) {
+    if (conditional) c_.report.BlankLine();
+    c_.report.Line(c_.T("Notation:", "Jelölés:"));
+    if (c_.ws.language == Language::English) c_.report.Line(" - SD = Standard deviation");
+    c_.report.Line(c_.T(" - Rel.SD = Relative SD = Coefficient of variation = SD/Mean",
                    " - Var. eh. = Variációs együttható = Relatív szórás = szórás/átlag"));
-    report_.Line(T(" - X_min = Found smallest value", " - X_min = Talált legkisebb érték"));
-    report_.Line(T(" - X_max = Found largest value", " - X_max = Talált legnagyobb érték"));
-    report_.Line(T(" - z_min = Standardized smallest value = (X_min - Mean)/SD",
+    c_.report.Line(c_.T(" - X_min = Found smallest value", " - X_min = Talált legkisebb érték"));
+    c_.report.Line(c_.T(" - X_max = Found largest value", " - X_max = Talált legnagyobb érték"));
+    c_.report.Line(c_.T(" - z_min = Standardized smallest value = (X_min - Mean)/SD",
                    " - z_min = Standardizált legkisebb érték = (X_min - átlag)/szórás"));
-    report_.Line(T(" - z_max = Standardized largest value = (X_max - Mean)/SD",
+    c_.report.Line(c_.T(" - z_max = Standardized largest value = (X_max - Mean)/SD",
                    " - z_max = Standardizált legnagyobb érték = (X_max - átlag)/szórás"));
-    if (!conditional) report_.BlankLine();
+    if (!conditional) c_.report.BlankLine();
   }
   if (conditional) {
-    report_.BlankLine();
-    report_.BlankLine();
-    report_.Line(fmt::format("{}{}{}{}", T("GROUP INDEX: ", "CSOPORTINDEX: "), group,
-                             T(".  Group name: ", ".  Csoportnév: "), Utf8Prefix(groups_.distinctNames[group], 22)));
-    report_.BlankLine();
+    c_.report.BlankLine();
+    c_.report.BlankLine();
+    c_.report.Line(fmt::format("{}{}{}{}",c_.T("GROUP INDEX: ", "CSOPORTINDEX: "), group,
+                            c_.T(".  Group name: ", ".  Csoportnév: "), Utf8Prefix(c_.groups.distinctNames[group], 22)));
+    c_.report.BlankLine();
   }
-  report_.Line(fmt::format("{}{:>5}", T("Number of cases read:  ", "A beolvasott összes eset száma: "),
-                           ws_.NumberOfCases()));
+  c_.report.Line(fmt::format("{}{:>5}",c_.T("Number of cases read:  ", "A beolvasott összes eset száma: "),
+                           c_.ws.NumberOfCases()));
   if (conditional) {
-    report_.Line(fmt::format("{}{:>5}", T("Cases in current group: ", "Az aktuális csoport elemszáma:   "),
-                             sizes_[group]));
+    c_.report.Line(fmt::format("{}{:>5}",c_.T("Cases in current group: ", "Az aktuális csoport elemszáma:   "),
+                             c_.sizes[group]));
   }
-  if (mode_ >= 14 && mode_ <= 16) {
-    report_.BlankLine();
-    report_.Line(T("Notation:  +: p < 0.10   *: p < 0.05   **: p < 0.01   ***: p < 0.001",
+  if (c_.mode >= 14 && c_.mode <= 16) {
+    c_.report.BlankLine();
+    c_.report.Line(c_.T("Notation:  +: p < 0.10   *: p < 0.05   **: p < 0.01   ***: p < 0.001",
                    "Jelölés:  +: p < 0.10   *: p < 0.05   **: p < 0.01   ***: p < 0.001"));
   }
-  report_.BlankLine();
+  c_.report.BlankLine();
 }
 
 void SingleSampleRunner::WriteBasicTable() {
-  for (int i = 1; i <= index_.analysed; ++i) {
-    if (stats_[i].variance > 0.00000001) stats_[i].variance = std::sqrt(stats_[i].variance);
+  for (int i = 1; i <= c_.index.analysed; ++i) {
+    if (c_.stats[i].variance > 0.00000001) c_.stats[i].variance = std::sqrt(c_.stats[i].variance);
   }
-  report_.BeginTable();
-  const bool english = ws_.language == Language::English;
+  c_.report.BeginTable();
+  const bool english = c_.ws.language == Language::English;
   const std::vector<std::string_view> head =
       english ? std::vector<std::string_view>{"Index", "Variable       ", "Cases", "Mean", "SD", "Rel.SD", "X_min",
                                               "X_max", "z_min", "z_max", "Long variable name"}
               : std::vector<std::string_view>{"Index", "Változó       ", "Esetek", "Átlag", "Szórás", "Var. eh.",
                                               "X_min", "X_max", "z_min", "z_max", "Hosszú változónév"};
-  report_.FirstCell(head[0]);
-  for (std::size_t c = 1; c < head.size(); ++c) report_.Cell(head[c]);
-  report_.EndRow();
-  for (int i = 1; i <= index_.analysed; ++i) {
-    const int v = index_.columns[i];
-    const VariableStats& s = stats_[i];
-    const std::string& name = request_.shortNames[v];
-    const int length = static_cast<int>(Utf8Length(name));
-    report_.FirstCell(fmt::format("{:>3}. ", v));
-    report_.Cell(name + std::string(std::max(0, 24 - 2 * length), ' '));
-    report_.Cell(std::to_string(s.count));
+  c_.report.FirstCell(head[0]);
+  for (std::size_t c = 1; c < head.size(); ++c) c_.report.Cell(head[c]);
+  c_.report.EndRow();
+  for (int i = 1; i <= c_.index.analysed; ++i) {
+    const VariableStats& s = c_.stats[i];
+    c_.WriteIndexAndName(i);
+    c_.report.Cell(std::to_string(s.count));
     if (s.count == 0) {
-      for (int c = 0; c < 7; ++c) report_.Cell("...");
+      for (int c = 0; c < 7; ++c) c_.report.Cell("...");
     } else {
       const double sd = s.variance;
-      report_.WriteRatio(8, 8, 1, s.mean, 1);
-      report_.WriteRatio(8, 9, 1, sd, 1);
-      report_.WriteRatio(8, -1, s.minimum, sd, s.mean);
-      report_.WriteRatio(8, 0, 1, s.minimum, 1);
-      report_.WriteRatio(8, 0, 1, s.maximum, 1);
-      report_.WriteRatio(7, 2, 1, s.minimum - s.mean, sd);
-      report_.WriteRatio(7, 2, 1, s.maximum - s.mean, sd);
+      c_.report.WriteRatio(8, 8, 1, s.mean, 1);
+      c_.report.WriteRatio(8, 9, 1, sd, 1);
+      c_.report.WriteRatio(8, -1, s.minimum, sd, s.mean);
+      c_.report.WriteRatio(8, 0, 1, s.minimum, 1);
+      c_.report.WriteRatio(8, 0, 1, s.maximum, 1);
+      c_.report.WriteRatio(7, 2, 1, s.minimum - s.mean, sd);
+      c_.report.WriteRatio(7, 2, 1, s.maximum - s.mean, sd);
     }
-    const std::string& longName = request_.longNames[v];
-    if (Utf8Length(longName) > 1) report_.Cell(" " + longName);
-    report_.EndRow();
+    const std::string& longName = c_.LongName(i);
+    if (Utf8Length(longName) > 1) c_.report.Cell(" " + longName);
+    c_.report.EndRow();
   }
-  report_.EndTable();
+  c_.report.EndTable();
 }
 
 }  // namespace

@@ -87,6 +87,64 @@ TEST_F(CliRun, SurveyReportsMatchTheReportsCheckedByHand) {
   EXPECT_EQ(WithoutProjectPath(Read(copy)), Expected("survey_en.txt"));
 }
 
+// Modes 12 to 15 on the survey, each report checked by hand against
+// data/survey_modes_check.txt (the R commands beside it).
+TEST_F(CliRun, SurveyReportsOfTheOtherModesMatchTheReportsCheckedByHand) {
+  fs::copy(fs::path(TARVIKA_PROGRAM_DIR) / "stattab", folder_ / "stattab");
+  struct Run {
+    std::string args, expected;
+  };
+  const std::string h = " --set hypotheticalValue:Pulse=72 --set hypotheticalValue:Height=170";
+  const std::vector<Run> runs = {
+      {"--command 12 --vars Sex,Wr.Hnd,NW.Hnd,Pulse,Height,Age --lang en", "survey_m12_en.txt"},
+      {"--command 12 --vars Pulse,Age --set trimmingPercent=10 --set confidenceIndex=2 --lang hu", "survey_m12_hu_trim.txt"},
+      {"--command 13 --vars Pulse,Exer,Smoke --set scaleType:Exer=discrete --set scaleType:Smoke=group.def. "
+       "--set testEqualFrequencies=on --lang en --format html",
+       "survey_m13_en.html"},
+      {"--command 13 --vars Exer,Age,Height --set scaleType:Exer=discrete --set scaleType:Age=group.def. "
+       "--set binarize=on --set classMultiplier=2 --cond Sex --lang hu",
+       "survey_m13_hu_sex.txt"},
+      {"--command 14 --vars Pulse,Height,Exer" + h + " --set trimmingPercent=10 --lang en", "survey_m14_en.txt"},
+      {"--command 14 --vars Pulse,Height" + h + " --lang hu", "survey_m14_hu.txt"},
+      {"--command 15 --vars Pulse,Height,Wr.Hnd --cond Sex --lang en", "survey_m15_en_sex.txt"},
+      {"--command 15 --vars Pulse,Height --set saveStandardized=yes --set standardizedKind=2 --lang hu",
+       "survey_m15_hu.txt"},
+  };
+  for (const Run& run : runs) {
+    Result r = Cli("run " + Survey() + " " + run.args);
+    ASSERT_EQ(r.status, 0) << run.args << "\n" << r.err;
+    EXPECT_EQ(WithoutProjectPath(r.out), Expected(run.expected)) << run.expected;
+  }
+}
+
+TEST_F(CliRun, SaveKeepsTheNewVariablesAndMissingTablesStopTheRun) {
+  fs::copy(fs::path(TARVIKA_PROGRAM_DIR) / "stattab", folder_ / "stattab");
+  const std::string saved = (folder_ / "saved.msw").string();
+  const std::string binarize = " --command 13 --vars Exer --set scaleType:Exer=discrete --set binarize=on --set percentile=on";
+  Result r = Cli("run " + Survey() + binarize + " --lang en --save '" + saved + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  std::string project = Read(saved);
+  EXPECT_NE(project.find("<variables>=13;"), std::string::npos);
+  for (const char* name : {"<name>=Exer_1;", "<name>=Exer_2;", "<name>=Exer_3;", "<name>=ExerP;"}) {
+    EXPECT_NE(project.find(name), std::string::npos) << name;
+  }
+  // The first case exercises some (code 2): its binary variables and its percentile, 89.8
+  // (115 + 98 of 237 cases up to code 2, cut to one decimal).
+  EXPECT_NE(project.find("1\t18.5\t18\t2\t92\t2\t1\t173\t18.25\t0\t1\t0\t89.8\r\n"), std::string::npos);
+  // Once more, in place: binary variables whose names are all taken are not made again; the
+  // percentile variable gets a name of its own.
+  r = Cli("run '" + saved + "'" + binarize + " --lang en --save-in-place");
+  ASSERT_EQ(r.status, 0) << r.err;
+  project = Read(saved);
+  EXPECT_NE(project.find("<variables>=14;"), std::string::npos);
+  EXPECT_NE(project.find("<name>=ExerP0;"), std::string::npos);
+
+  fs::remove(folder_ / "stattab" / "FTAB.TXT");
+  r = Cli("run " + Survey() + " --command 12 --vars Pulse --lang en");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(r.err.find("File FTAB.TXT is missing. Program stops."), std::string::npos) << r.err;
+}
+
 TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
   struct Bad {
     std::string args;
@@ -98,6 +156,8 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
       {"run " + Survey() + " --command 11 --vars Pulse,Weight --lang en", "Unknown variable: Weight"},
       {"run " + Survey() + " --command 11 --vars Pulse --cond Colour --lang hu", "Ismeretlen változó: Colour"},
       {"run " + Survey() + " --command 99 --vars Pulse --lang en", "Unknown command: 99"},
+      {"run " + Survey() + " --command 16 --vars Pulse --lang en", "Command 16 (Distribution fitting) is not offered"},
+      {"run " + Survey() + " --command 13 --vars Pulse --save a.msw --save-in-place --lang en", "--save-in-place"},
       {"run " + Survey() + " --command 21 --vars Pulse --group Smoke --lang en", "Sorry, under construction."},
       {"run " + Survey() + " --command 11 --vars Pulse --set trimmingPercent=30 --lang en",
        "trimmingPercent does not apply to command 11"},

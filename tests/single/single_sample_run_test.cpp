@@ -134,15 +134,5 @@ TEST(SingleSampleRun, TheConditionalVariableWinsOverTheSelectionAndNamesIgnoreCa
   EXPECT_EQ(index.conditional, 2);
 }
 
-TEST(SingleSampleRun, OtherModesAreNotReadyYet) {
-  MemoryWorkspace m = SmallProject(Language::English, "mode12");
-  PreparedRun run = Prepare(m.ws, 12, {"x"}, "");
-  ASSERT_TRUE(SingleSampleRun(m.ws, run.request));
-  std::vector<std::string> lines = CrLfLines(m.Output("zuli_akt.txt"));
-  ASSERT_GE(lines.size(), 2u);
-  EXPECT_EQ(lines[lines.size() - 3], "Detailed descriptive statistics");
-  EXPECT_EQ(lines.back(), "Sorry, under construction.");
-}
-
 }  // namespace
 }  // namespace tarvika

@@ -1,0 +1,94 @@
+// Mode 12 without trimming: one line per variable with median, mean, its standard error and
+// confidence interval, skewness and kurtosis.
+
+#include <cmath>
+
+#include "lang/utf8.h"
+#include "numeric/probability.h"
+#include "single/single_sample_context.h"
+
+namespace tarvika {
+namespace {
+
+// Skewness or kurtosis with its significance marker, the marker in a field of 6.
+std::string ShapeCell(double value, double p) {
+  value = ZeroBelowPrintThreshold(value);
+  std::string marker = " " + std::string(SignificanceMarker(p));
+  return Fixed(value, std::fabs(value) < 1000 ? 3 : 2) + marker + std::string(6 - marker.size(), ' ');
+}
+
+void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
+  const VariableStats& s = c.stats[i];
+  ReportWriter& r = c.report;
+  c.WriteIndexAndName(i);
+  if (s.count == 0) {
+    r.Cell(fmt::format("{:>5}{}", 0, std::string(58, '.')));
+  } else {
+    const double n = s.count, sd = s.variance, se = sd / std::sqrt(n);
+    const double half = se * std::sqrt(c.CriticalF(s.count - 1));
+    r.Cell(fmt::format("{:>5}", s.count));
+    r.WriteRatio(8, 0, 1, median, 1);
+    r.WriteRatio(8, 8, 1, s.mean, 1);
+    r.WriteRatio(8, 9, 1, se, 1);
+    r.WriteRatio(8, 8, 1, s.mean - half, 1);
+    r.WriteRatio(8, 8, 1, s.mean + half, 1);
+    const double root = std::sqrt(6 / n);
+    const double skewness = ZeroBelowPrintThreshold(s.skewness), kurtosis = ZeroBelowPrintThreshold(s.kurtosis);
+    r.Cell(ShapeCell(skewness, NormalP2(skewness / root)));
+    r.Cell(ShapeCell(kurtosis, NormalP2(0.5 * kurtosis / root)));
+  }
+  if (Utf8Length(c.LongName(i)) > 30) r.Cell(" " + c.LongName(i));
+  r.EndRow();
+}
+
+}  // namespace
+
+void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations) {
+  VariableStats& s = c.stats[i];
+  const double variance = s.variance;
+  if (variance > kZeroTolerance) s.variance = std::sqrt(variance);
+  c.values.Reset(s.minimum, s.maximum);
+  c.ForEachValue(i, [&](int, double x) {
+    c.values.Add(x);
+    if (deviations == nullptr) return;
+    const double d = std::fabs(x - deviations->reference);
+    if (d <= kZeroTolerance) return;
+    if (++deviations->count <= 100) deviations->first.push_back(d);
+  });
+  s.skewness = SampleSkewness(s.count, s.m3, s.variance, variance, s.skewness);
+  s.kurtosis = SampleKurtosis(s.count, s.m2, s.m4, variance, s.kurtosis);
+}
+
+void WriteDetailedTable(SingleSampleContext& c) {
+  ReportWriter& r = c.report;
+  const std::string percent = std::to_string(c.ConfidencePercent());
+  const std::vector<std::string> head =
+      c.English() ? std::vector<std::string>{"Index", "Variable        ", "Cases", "Median", "Mean", "St.Err.",
+                                             percent + "% C.I.", "limits", "Skewness        ", "Kurtosis",
+                                             "Long variable name"}
+                  : std::vector<std::string>{"Index", "Változó        ", "Esetek", "Medián", "Átlag", "St.hiba",
+                                             percent + "%-os", "konf.int.", "Ferdeség       ", "Csúcsosság",
+                                             "Hosszú változónév"};
+  r.BeginTable();
+  r.FirstCell(head[0]);
+  for (std::size_t k = 1; k < head.size(); ++k) r.Cell(head[k]);
+  r.EndRow();
+  for (int i = 1; i <= c.index.analysed; ++i) {
+    VariableStats& s = c.stats[i];
+    double median = s.mean;
+    if (s.variance > kZeroTolerance) {
+      FillValueTable(c, i);
+      median = c.values.OrderStats(s.count, s.minimum, s.maximum).median;
+    }
+    WriteDetailedRow(c, i, median);
+  }
+  r.EndTable();
+  if (c.index.analysed > 0 && c.stats[c.index.analysed].count > 0) {
+    r.BlankLine();
+    r.Line(c.T("Notation in testing normality via skewness and kurtosis:  *: p<.05  **: p<.01  ***: p<.001",
+               "Jelölés a normalitás tesztelésénél a Ferdeség és a Csúcsosság segítségével:  *: p < 0,05  **: p < 0,01  "
+               "***: p < 0,001"));
+  }
+}
+
+}  // namespace tarvika

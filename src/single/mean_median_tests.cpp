@@ -1,0 +1,308 @@
+// Mode 14: per variable, tests of a hypothetical value by the one-sample t test, Johnson's
+// modified t, Gayen's probability, the trimmed t test, the Wilcoxon signed-rank test and
+// the sign test. Mode 12 with trimming writes the same block with point estimates and
+// confidence limits in place of the tests.
+
+#include <algorithm>
+#include <cmath>
+
+#include "lang/utf8.h"
+#include "numeric/probability.h"
+#include "single/single_sample_context.h"
+#include "workspace/numbers.h"
+
+namespace tarvika {
+namespace {
+
+struct GayenResult {
+  double p0 = 0, p1s = 0, p1 = 0, p2 = 0;
+};
+
+// The terms of Gayen's probability of |t| under skewness and kurtosis: p0 the normal-theory
+// one-sided tail, p1 the coefficient of the kurtosis, p2 that of the squared skewness.
+// p1s, the first term of the skewness side, is computed for completeness; p does not use it.
+GayenResult GayenTerms(double n, double t) {
+  const double x = 1 / (1 + t * t / (n - 1));
+  auto I = [x](double a, double b) { return BETAI(a, b, x); };
+  GayenResult g;
+  g.p0 = 0.5 * I((n - 1) / 2, 0.5);
+  g.p1s = ((n - 0.5) * I((n - 1) / 2, 1) - (n - 1) * I((n + 1) / 2, 1)) / (3 * std::sqrt(2 * n * 3.141592654));
+  const double c = (n - 1) / (24 * n);
+  g.p1 = (n - 1) / 24 * I((n - 1) / 2, 0.5) - 2 * c * (n + 2) * I((n + 1) / 2, 0.5) + c * (n + 4) * I((n + 3) / 2, 0.5);
+  const double d = n * n + 5 * n + 8, e = (n - 1) / (24 * n), f = (d + 4) * e;
+  g.p2 = (n - 1) * (2 * n + 5) / 72 * I((n - 1) / 2, 0.5) - d * e * I((n + 1) / 2, 0.5) + f * I((n + 3) / 2, 0.5) -
+         f / 3 * I((n + 5) / 2, 0.5);
+  return g;
+}
+
+class TestBlock {
+ public:
+  TestBlock(SingleSampleContext& c, int i, bool withTests) : c_(c), r_(c.report), i_(i), withTests_(withTests) {}
+  void Write();
+
+ private:
+  void ParameterRow(std::string_view label, int df, int decimals, double se, double estimate);
+  void LabelledCell(std::string_view label, std::string_view text);
+  void EstimatesTable();
+  void TestForm();
+  std::string H() const { return Trimmed4(h_); }
+
+  SingleSampleContext& c_;
+  ReportWriter& r_;
+  int i_;
+  bool withTests_;
+  double h_ = 0;
+  int n_ = 0;
+  double sd_ = 0;
+  int percent_ = 0;
+  OrderStatistics order_;
+  TrimmedStatistics trim_;
+  SignedRanks ranks_;
+  Deviations deviations_;
+  double trimmedSE_ = 0;
+};
+
+void TestBlock::Write() {
+  const VariableStats& s = c_.stats[i_];
+  h_ = 0;
+  if (withTests_) {
+    auto h = ParseEitherSeparator(c_.ws.vars.GetCell(kParameter, c_.Column(i_)), '.');
+    h_ = h ? *h : kUnsetHypothetical;
+    if (std::fabs(h_ - kUnsetHypothetical) < kZeroTolerance) {
+      c_.WriteVariableHeading(i_);
+      r_.Line(c_.T("Since hypothetical value was not specified, no test has been performed.",
+                   "Mivel hipotetikus érték nem volt megadva, elemzést nem végzünk."));
+      return;
+    }
+  }
+  n_ = s.count;
+  percent_ = c_.request.IntParameter("trimmingPercent");
+  deviations_.reference = h_;
+  FillValueTable(c_, i_, &deviations_);
+  sd_ = s.variance;
+  // The signed ranks change the table, so they come after the order statistics and trimming.
+  order_ = c_.values.OrderStats(n_, s.minimum, s.maximum);
+  trim_ = c_.values.TrimmedStats(n_, percent_);
+  if (withTests_) ranks_ = c_.values.SignedRankSums(h_, n_);
+  if (trim_.hasTrimming) trimmedSE_ = trim_.winsorizedSD / ((1 - 2 * percent_ / 100.0) * std::sqrt(n_));
+
+  c_.WriteVariableHeading(i_);
+  r_.BlankLine();
+  r_.Line(fmt::format("{}{}", c_.T("Number of acceptable values: ", "Érvényes értékek száma: "), n_));
+  if (n_ < 3) {
+    r_.Line(c_.T("There are few cases to perform valid statistical calculations.",
+                 "Mivel az érvényes értékek száma 3-nál kisebb, nem végezhető érvényes statisztikai elemzés."));
+    return;
+  }
+  if (withTests_) {
+    TestForm();
+  } else {
+    EstimatesTable();
+  }
+}
+
+void TestBlock::LabelledCell(std::string_view label, std::string_view text) {
+  const int length = static_cast<int>(Utf8Length(label));
+  r_.FirstCell(std::string(label) + std::string(std::max(0, 30 - 2 * length), ' '));
+  r_.Cell(text);
+}
+
+void TestBlock::ParameterRow(std::string_view label, int df, int decimals, double se, double estimate) {
+  const int d = std::min(Decimals(estimate), decimals);
+  LabelledCell(label, Fixed(estimate, d));
+  if (se >= -0.5) {
+    r_.Cell(Fixed(se, d));
+    if (se >= kZeroTolerance) {
+      const double half = std::sqrt(c_.CriticalF(df)) * se;
+      double lower = estimate - half;
+      if (label.find("Kurt") != std::string_view::npos && lower < -2) lower = -2;
+      r_.Cell("");
+      r_.Cell("(" + Fixed(lower, d) + "; " + Fixed(estimate + half, d) + ")");
+    }
+  }
+  r_.EndRow();
+}
+
+void TestBlock::EstimatesTable() {
+  const VariableStats& s = c_.stats[i_];
+  const bool en = c_.English();
+  r_.BeginTable();
+  r_.FirstCell("");
+  for (std::string_view head : {c_.T("Point", "Pont-"), c_.T("Stand.", "Standard"), std::string_view(),
+                                c_.T("Confidence", "Konfidencia")}) {
+    r_.Cell(head);
+  }
+  r_.EndRow();
+  r_.FirstCell(c_.T("Parameter", "Paraméter"));
+  r_.Cell(c_.T("estim.", "becslés"));
+  r_.Cell(c_.T("error", "hiba"));
+  r_.Cell("");
+  r_.Cell(fmt::format("{}{}%)", c_.T("limits (", "határok ("), c_.ConfidencePercent()));
+  r_.EndRow();
+  ParameterRow(c_.T("Mean:", "Átlag:"), n_ - 1, Decimals(s.mean), sd_ / std::sqrt(n_), s.mean);
+  ParameterRow(c_.T("SD:", "Szórás:"), n_ - 1, 4, -1, sd_);
+  if (s.mean > 0.00000002) ParameterRow(c_.T("Coef. of variation:", "Variációs eh.:"), n_ - 1, 2, -1, sd_ / s.mean);
+  if (trim_.hasTrimming) {
+    r_.FirstCell(fmt::format("{}{}%", c_.T("Trimming = ", "Trimmelés = "), percent_));
+    r_.EndRow();
+    ParameterRow(c_.T("Trimmed mean:", "Trimmelt átlag:"), trim_.trimDF, Decimals(trim_.trimmedMean), trimmedSE_,
+                 trim_.trimmedMean);
+    if (!en) {
+      r_.FirstCell("Winsorizált");
+      r_.EndRow();
+    }
+    ParameterRow(c_.T("Winsorized SD:", "  szórás:"), trim_.trimDF, 4, -1, trim_.winsorizedSD);
+  }
+  ParameterRow(c_.T("Median:", "Medián:"), n_ - 1, Decimals(order_.median), -1, order_.median);
+  auto pair = [](double a, double b) { return "(" + Fixed(a, Decimals(a)) + "; " + Fixed(b, Decimals(b)) + ")"; };
+  LabelledCell(c_.T("(Min; Max):", "(Min; Max):"), pair(s.minimum, s.maximum));
+  r_.EndRow();
+  LabelledCell(c_.T("(Quart1; Quart3):", "(Kvart1; Kvart3):"), pair(order_.quartile1, order_.quartile3));
+  r_.EndRow();
+  const double spread = (order_.quartile3 - order_.quartile1) * 0.5;
+  LabelledCell(c_.T("(Quart3-Quart1)/2:", "(Kvart3-Kvart1)/2:"), Fixed(spread, Decimals(spread)));
+  r_.EndRow();
+  r_.EndTable();
+
+  r_.BlankLine();
+  r_.Line(c_.T("Testing normality via Skewness and Kurtosis:",
+               "Normalitás tesztelése a Ferdeség és a Csúcsosság együtthatója segítségével:"));
+  const double root = std::sqrt(6.0 / n_);
+  const double g1 = ZeroBelowPrintThreshold(s.skewness), g2 = ZeroBelowPrintThreshold(s.kurtosis);
+  const double p1 = NormalP2(g1 / root), p2 = NormalP2(0.5 * g2 / root);
+  r_.Line(fmt::format("{}{}{}  (p = {})", c_.T("Skewness: ", "Ferdeség: "), Fixed(g1, 3), SignificanceMarker(p1),
+                      Fixed(p1, 3)));
+  r_.Line(fmt::format("{}{}{}  (p = {})", c_.T("Kurtosis (stand.): ", "Csúcsosság: "), Fixed(g2, 3),
+                      SignificanceMarker(p2), Fixed(p2, 3)));
+}
+
+void TestBlock::TestForm() {
+  const VariableStats& s = c_.stats[i_];
+  const double n = n_;
+  r_.BeginTable();
+  auto row = [&](std::string_view label, int width, double value) {
+    r_.FirstCell(label);
+    r_.WriteRatio(width, 0, 1, value, 1);
+    r_.EndRow();
+  };
+  row(c_.T("Mean:", "Átlag:"), 21, s.mean);
+  row(c_.T("SD:", "Szórás:"), 11, sd_);
+  if (trim_.hasTrimming) {
+    row(c_.T("Trimmed mean: ", "Trimmelt átlag: "), 13, trim_.trimmedMean);
+    row(c_.T("Winsorized SD: ", "Winsorizált szórás: "), 11, trim_.winsorizedSD);
+  }
+  row(c_.T("Median:", "Medián:"), 21, order_.median);
+  row("Minimum:  ", 16, s.minimum);
+  row("Maximum:  ", 16, s.maximum);
+  r_.FirstCell(c_.T("Hypothetical value:", "Hipotetikus érték:"));
+  r_.Cell(H());
+  r_.EndRow();
+  r_.EndTable();
+  if (sd_ < kZeroTolerance) {
+    r_.Line(c_.T("Variance is low (< 0.000001) to perform any statistical test.",
+                 "A variancia nagyon kicsi (< 0.000001), emiatt nem végzünk statisztikai próbát."));
+    return;
+  }
+
+  r_.BlankLine();
+  r_.Line(c_.T("Testing normality via Skewness and Kurtosis:",
+               "A normalitás tesztelése a Ferdeség és a Csúcsosság segítségével:"));
+  const double root = std::sqrt(6 / n);
+  const double g1 = ZeroBelowPrintThreshold(s.skewness), g2 = ZeroBelowPrintThreshold(s.kurtosis);
+  r_.Line(fmt::format("{}{}  (p = {})", c_.T("Skewness:  ", "Ferdeség:  "), Fixed(g1, 3), Fixed(NormalP2(g1 / root), 3)));
+  r_.Line(fmt::format("{}{}  (p = {})", c_.T("Kurtosis (g4 = a4 - 3):  ", "Csúcsosság (g4 = a4 - 3):  "), Fixed(g2, 3),
+                      Fixed(NormalP2(0.5 * g2 / root), 3)));
+
+  // The mean.
+  r_.BlankLine();
+  r_.Line(c_.English() ? "Test of the null hypothesis that the population mean equals " + H()
+                       : "A H0: Az elméleti átlag = " + H() + " nullhipotézis vizsgálata:");
+  double t = 0;
+  if (std::fabs(s.mean - h_) >= kZeroTolerance) t = sd_ < kZeroTolerance ? 99 : std::sqrt(n) * (s.mean - h_) / sd_;
+  const std::string tMarker = FTabLookup(c_.ftable, 1, n_ - 1, t * t).marker;
+  r_.Line(fmt::format("{}{}) = {}{}  (p = {})", c_.T("   - One-sample t test: t(", "   - Egymintás t-próba: t("), n_ - 1,
+                      Fixed(t, 3), tMarker, Fixed(StudentP2(t, n - 1), 4)));
+  if (std::fabs(t) <= 10 && n_ < 500) {
+    const double a = s.skewness / 3, q = std::sqrt(n);
+    const double j = t + 0.5 * a / q + a * t * t / q;
+    r_.Line(fmt::format("{}{}) = {}  (p = {})", c_.T("   - Johnson's modified t test: J(", "   - Johnson-próba: J("),
+                        n_ - 1, Fixed(j, 3), Fixed(StudentP2(j, n - 1), 4)));
+    const GayenResult g = GayenTerms(n, std::fabs(t));
+    const double p = 2 * (g.p0 - s.kurtosis * g.p1 + s.skewness * s.skewness * g.p2);
+    r_.Line(fmt::format("{}{}{}", c_.T("   - Gayen's two-tailed probability:  p = ", "   - Gayen-próba szignifikanciája:  p = "),
+                        Fixed(p, 4), SignificanceMarker(p)));
+  }
+
+  // The trimmed mean.
+  if (trim_.hasTrimming) {
+    r_.BlankLine();
+    r_.Line(c_.English() ? "Test of the null hypothesis that the population trimmed mean equals " + H()
+                         : "A H0: Az elméleti trimmelt átlag = " + H() + " nullhipotézis vizsgálata:");
+    double tt = 0;
+    if (std::fabs(trim_.trimmedMean - h_) >= kZeroTolerance) {
+      tt = trim_.winsorizedSD < kZeroTolerance ? 99 : (1 - 0.02 * percent_) * (trim_.trimmedMean - h_) / trimmedSE_;
+    }
+    r_.Line(fmt::format("{}{}%): Tt({}) = {}{}  (p = {})",
+                        c_.T("   - Trimmed t test (trimming = ", "   - Trimmelt t-próba (trimmelés = "),
+                        100 * trim_.trimmedCount / n_, trim_.trimDF, Fixed(tt, 3),
+                        FTabLookup(c_.ftable, 1, trim_.trimDF, tt * tt).marker, Fixed(StudentP2(tt, trim_.trimDF), 4)));
+  } else if (percent_ > 0.5) {
+    r_.Line(c_.T("Trimmed t test was not performed due to small sample size and trimming %.",
+                 "A trimmelt t-próbához kicsi a minta és/vagy a megadott trimmelési %."));
+  }
+
+  // The median.
+  r_.BlankLine();
+  r_.Line(c_.English() ? "Test of the null hypothesis that the population median equals " + H()
+                       : "A H0: Az elméleti medián = " + H() + " nullhipotézis vizsgálata:");
+  const int m = deviations_.count;
+  const double rPlus = ranks_.rankSumPlus;
+  double exactP = 1;
+  if (m >= 2 && m <= 20) {
+    std::vector<double> midRanks = deviations_.first;
+    MidRanks(midRanks, m);
+    const double total = m * (m + 1) / 2.0;
+    const double smaller = std::min(rPlus, total - rPlus);
+    if (std::fabs(m * (m + 1) / 4.0 - smaller) > kZeroTolerance) exactP = WilcoxonExactP(m, smaller, midRanks);
+  }
+  const double big = ranks_.n;
+  std::string line = fmt::format("{}{}, R+ = {}", c_.T("   - Wilcoxon signed rank test: R- = ", "   - Wilcoxon-próba: R- = "),
+                                 Fixed(big * (big + 1) / 2 - rPlus, 1), Fixed(rPlus, 1));
+  if (ranks_.n > 20) {
+    const double v = (big + 1) * big * (2 * big + 1) / 24 - ranks_.tieCorrection;
+    const double z = v > kZeroTolerance ? (rPlus - big * (big + 1) / 4) / std::sqrt(v) : 9;
+    const double p = NormalP2(z);
+    line += fmt::format(", z = {}  (p = {}){}", Fixed(z, 3), Fixed(p, 4), SignificanceMarker(p));
+  } else {
+    line += fmt::format("  (p = {}){}", Fixed(exactP, 4), SignificanceMarker(exactP));
+  }
+  r_.Line(line);
+
+  // The sign test.
+  r_.BlankLine();
+  r_.Line(c_.English() ? "Test of the null hypothesis H0: P(X < " + H() + ") = P(X > " + H() + "):"
+                       : "A H0: P(X < " + H() + ") = P(X > " + H() + ") nullhipotézis vizsgálata:");
+  const int above = static_cast<int>(ranks_.countPlus), below = ranks_.n - above;
+  double z = 0, p = 1;
+  std::string marker;
+  SignTestP(above, ranks_.n, z, p, marker);
+  line = fmt::format("{}{}) = {} ({}%),  #(X > {}) = {} ({}%)", c_.T("   - Sign test: #(X < ", "   - Előjelpróba: #(X < "),
+                     H(), below, Fixed(100.0 * below / n, 1), H(), above, Fixed(100.0 * above / n, 1));
+  if (ranks_.n <= 50) {
+    line += fmt::format(" |  (p = {}){}", Fixed(p, 4), marker);
+  } else {
+    line += fmt::format(", z = {}  (p = {}){}", Fixed(z, 3), Fixed(p, 4), marker);
+  }
+  r_.Line(line);
+}
+
+}  // namespace
+
+void WriteTestBlocks(SingleSampleContext& c, bool withTests) {
+  for (int i = 1; i <= c.index.analysed; ++i) {
+    TestBlock block(c, i, withTests);
+    block.Write();
+  }
+}
+
+}  // namespace tarvika

@@ -1,0 +1,180 @@
+// Mode 15: per variable the Kolmogorov test of normality (up to 100 cases) or the
+// chi-square test on classes (above), and the standardized variables when asked for.
+
+#include <algorithm>
+#include <cmath>
+
+#include "lang/utf8.h"
+#include "numeric/probability.h"
+#include "single/class_table.h"
+#include "single/single_sample_context.h"
+#include "workspace/new_variable.h"
+
+namespace tarvika {
+namespace {
+
+constexpr int kMaxStandardizedCases = 20000;
+
+class NormalityRun {
+ public:
+  explicit NormalityRun(SingleSampleContext& c) : c_(c), r_(c.report) {}
+  void Variable(int i);
+
+ private:
+  void Kolmogorov(int i);
+  void ChiSquare(int i);
+  void SaveStandardized(int i);
+
+  SingleSampleContext& c_;
+  ReportWriter& r_;
+  ClassTable table_;
+};
+
+void NormalityRun::Variable(int i) {
+  VariableStats& s = c_.stats[i];
+  if (s.variance > kZeroTolerance) s.variance = std::sqrt(s.variance);
+  c_.WriteVariableHeading(i);
+  r_.BlankLine();
+  r_.Line(fmt::format("{}{}", c_.T("Number of acceptable values: ", "Érvényes értékek száma: "), s.count));
+  if (s.count < 8) {
+    r_.Line(c_.T("There are few cases to perform a test of normality.", "A normalitásvizsgálathoz kicsi az érvényes értékek száma."));
+  } else {
+    table_.Reset(ClassCountFor(s.count, 1, false, true), s.minimum, s.maximum, true);
+    c_.ForEachValue(i, [&](int, double x) { table_.Add(x); });
+    if (table_.Count() < 3) {
+      r_.Line(fmt::format("{}{}{}", c_.T("Number of different values: ", "A különböző értékek száma: "), table_.Count(),
+                          c_.T(". No use to perform a test of normality.", ". Emiatt nincs értelme a normalitásvizsgálatnak.")));
+    } else if (s.variance < kZeroTolerance) {
+      r_.Line(c_.T("Variance is too low to perform a test of normality.", "Nem végezhető normalitásvizsgálat a túl kicsi szórás miatt."));
+    } else {
+      table_.Sort();
+      if (s.count <= 100) {
+        Kolmogorov(i);
+      } else {
+        ChiSquare(i);
+      }
+    }
+  }
+  if (c_.request.ToggleParameter("saveStandardized") == 2) SaveStandardized(i);
+}
+
+void NormalityRun::Kolmogorov(int i) {
+  const VariableStats& s = c_.stats[i];
+  const double n = s.count;
+  double c = 0, d = 0;
+  for (int e = 0; e < table_.Count(); ++e) {
+    const double f = NormalCdf((table_.Value(e) - s.mean) / s.variance);
+    for (int k = 0; k < table_.Frequency(e); ++k) {
+      ++c;
+      d = std::max({d, std::fabs(f - (c - 1) / n), std::fabs(f - c / n)});
+    }
+  }
+  const double dStar = std::sqrt(n) * d;
+  const double p = KolmogorovP(dStar);
+  r_.Line(fmt::format("{}{}, D* = {}  (p = {}){}",
+                      c_.T("Kolmogorov's test of normality: Dmax = ", "Kolmogorov-féle normalitásvizsgálat: Dmax = "),
+                      Fixed(d, 3), Fixed(dStar, 3), Fixed(p, 4), SignificanceMarker(p)));
+}
+
+void NormalityRun::ChiSquare(int i) {
+  const VariableStats& s = c_.stats[i];
+  const double n = s.count;
+  const int k = table_.Count();
+  std::vector<double> expected(k), observed(k);
+  double before = 0;
+  for (int e = 0; e < k; ++e) {
+    double cumulative = 1;
+    if (e < k - 1) {
+      const double boundary = (table_.Value(e) + table_.Value(e + 1)) / 2;
+      cumulative = s.variance < kZeroTolerance ? 0 : NormalCdf((boundary - s.mean) / s.variance);
+    }
+    expected[e] = n * (cumulative - before);
+    observed[e] = table_.Frequency(e);
+    before = cumulative;
+  }
+  int first = 0, last = k - 1;
+  auto smallCells = [&] {
+    int small = 0;
+    for (int e = first; e <= last; ++e) small += expected[e] < 5;
+    return small;
+  };
+  auto tooMany = [&](int small) { return small > 0.2 * (last - first + 1); };
+  const int smallAtStart = smallCells();
+  // The end to merge from is chosen once, by the smaller expectation.
+  const bool fromFirst = expected[first] <= expected[last];
+  int small = smallAtStart;
+  while (tooMany(small) && first < last) {
+    if (fromFirst) {
+      expected[first + 1] += expected[first];
+      observed[first + 1] += observed[first];
+      ++first;
+    } else {
+      expected[last - 1] += expected[last];
+      observed[last - 1] += observed[last];
+      --last;
+    }
+    small = smallCells();
+  }
+  double chi = 0;
+  if (!tooMany(small)) {
+    for (int e = first; e <= last; ++e) {
+      if (expected[e] > 0) chi += (expected[e] - observed[e]) * (expected[e] - observed[e]) / expected[e];
+    }
+  }
+  const int df = last - first;
+  const double p = ChiSquareP(chi, df);
+  r_.Line(fmt::format("{}{}{}{}  (p = {}){}",
+                      c_.T("Normality test, chi-square method (df = ", "Normalitásvizsgálat khi-négyzet-próbával (f = "), df,
+                      c_.T("): Chi-2 = ", "): Khi2 = "), Fixed(chi, 3), Fixed(p, 4), SignificanceMarker(p)));
+  if (smallAtStart > 0.2 * k) {
+    r_.Line(c_.T("WARNING", "FIGYELEM:"));
+    r_.Line(fmt::format("{}{}%).", c_.T("   There are too many expected cell frequencies less than 5 (",
+                                         "   Túl sok 5-nél kisebb várt gyakoriság van ("),
+                        Fixed(100.0 * smallAtStart / k, 1)));
+    r_.Line(c_.T("   This may invalidate the chi-square test.", "   Emiatt a khi-négyzet-próba érvénytelen lehet."));
+  }
+}
+
+void NormalityRun::SaveStandardized(int i) {
+  const VariableStats& s = c_.stats[i];
+  Workspace& ws = c_.ws;
+  if (s.variance <= kZeroTolerance) {
+    r_.Line(c_.T("Since this variable has a zero variance, its standardized variable was not created.",
+                 "Mivel ezen változó szórása 0, standardizáltját nem hoztuk létre."));
+    r_.BlankLine();
+    return;
+  }
+  if (!RoomForVariables(ws, 1)) {
+    r_.Line(VariableLimitMessage(ws));
+    return;
+  }
+  if (ws.NumberOfCases() > kMaxStandardizedCases) {
+    r_.Line(fmt::format("{}{}{}{}", c_.T("The standardized variables cannot be saved ", "A standardizált változók nem hozhatók létre, mert az esetek száma"),
+                        c_.T("since the total number of cases exceeds ", " nagyobb, mint ("), kMaxStandardizedCases,
+                        c_.T(".", ").")));
+    return;
+  }
+  const bool tScale = c_.request.IntParameter("standardizedKind", 1) == 2;
+  std::vector<std::string> cells(ws.NumberOfCases());
+  c_.ForEachValue(i, [&](int row, double x) {
+    double z = (x - s.mean) / s.variance;
+    if (tScale) z = std::trunc(100 * ((x - s.mean) * 10 / s.variance + 50)) * 0.01;
+    cells[row - 1] = DataCell(z, ws.decimalSeparator);
+  });
+  const std::string base = std::string(Utf8Prefix(c_.Name(i), 7)) + (tScale ? "T" : "z");
+  const std::string longName = fmt::format("{}{}", tScale ? c_.T("T-scale of ", "T-skála: ") : c_.T("Standardized ", "Standardizált: "),
+                                           c_.Name(i));
+  NewVariable(ws, NewVariableName(ws, base), longName, cells);
+}
+
+}  // namespace
+
+void WriteNormalityTests(SingleSampleContext& c) {
+  NormalityRun run(c);
+  for (int i = 1; i <= c.index.analysed; ++i) {
+    c.ShowVariableProgress(i);
+    run.Variable(i);
+  }
+}
+
+}  // namespace tarvika

@@ -1,0 +1,136 @@
+#pragma once
+// What the modes of the single-sample run share while it lasts: the request, the report,
+// the feed, the current group and the first-pass statistics of each selected variable.
+// Each mode (detailed statistics, frequencies, tests on the mean and median, normality)
+// lives in a file of its own and works on this.
+
+#include <cstdint>
+#include <optional>
+#include <fmt/format.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/analysis_request.h"
+#include "frame/data_feed.h"
+#include "frame/report_writer.h"
+#include "numeric/order_stats.h"
+#include "numeric/stat_tables.h"
+#include "workspace/workspace.h"
+
+namespace tarvika {
+
+inline constexpr double kZeroTolerance = 0.00000001;
+inline constexpr double kUnsetHypothetical = -9999999;
+inline constexpr std::string_view kSingleWindow = "KijelolForm";
+
+// The accumulators of one selected variable in one group (the first pass over the cases).
+struct VariableStats {
+  std::int32_t count = 0;
+  double mean = 0;
+  double m2 = 0;
+  double m3 = 0;
+  double m4 = 0;
+  double minimum = 999999999;
+  double maximum = -999999999;
+  double variance = 0;  // m2/(count-1); the modes replace it by its root
+  double skewness = 0;
+  double kurtosis = 0;
+};
+
+struct SingleSampleContext {
+  SingleSampleContext(Workspace& w, const AnalysisRequest& r, ReportFormat format);
+
+  std::string_view T(std::string_view english, std::string_view hungarian) const { return ws.Text(english, hungarian); }
+  bool English() const { return ws.language == Language::English; }
+
+  // Variable number, short and long name of the i-th selected variable.
+  int Column(int i) const { return index.columns[i]; }
+  const std::string& Name(int i) const { return request.shortNames[Column(i)]; }
+  const std::string& LongName(int i) const { return request.longNames[Column(i)]; }
+
+  // The first two cells of a table row: the variable number in 3 and ". ", and the short
+  // name padded with 24 - 2*length blanks.
+  void WriteIndexAndName(int i);
+
+  // "Variable: " name on the status line.
+  void ShowVariableProgress(int i) const {
+    ws.ShowProgress(fmt::format("{}{}", T("Variable: ", "Változó: "), Name(i)), kSingleWindow);
+  }
+
+  // The rows of the cases of the current group, in order.
+  const std::vector<int>& GroupRows() const { return groupRows; }
+  // Calls f(row, x) for every valid value of the i-th selected variable in the current
+  // group, in case order; the missing rule is that of the first pass.
+  template <typename F>
+  void ForEachValue(int i, F f) const;
+
+  // The heading of a variable's block: a blank line and "VARIABLE: " name (in Hungarian a
+  // tab before "VÁLTOZÓ: "), with the long name when it is longer.
+  void WriteVariableHeading(int i);
+  // The critical F for numerator df 1 and the df at the dialog's confidence (90, 95, 99).
+  double CriticalF(int df) const;
+  int ConfidencePercent() const;
+
+  Workspace& ws;
+  const AnalysisRequest& request;
+  ReportWriter report;
+  SelectedIndex index;
+  std::optional<DataFeed> feed;  // made once the report has parsed the missing codes
+  int mode = 11;
+  int conditional = 0;  // variable number of the conditional grouping variable, 0 for none
+  int group = 1;        // the current group
+  GroupDefinition groups;
+  std::vector<int> sizes;
+  std::vector<int> groupRows;
+  std::vector<VariableStats> stats;  // 1..analysed
+  FTable ftable;
+  ValueTable values;  // the distinct values of the variable at hand
+  bool writeBackRefusalTold = false;  // the conditional variable's refusal of new variables
+};
+
+template <typename F>
+void SingleSampleContext::ForEachValue(int i, F f) const {
+  DataFeed one(ws, report.Missing(), {0, Column(i)});
+  std::vector<double> value(2, 0);
+  std::vector<std::uint8_t> missing(2, 1);
+  int seen = 0;
+  for (int row : groupRows) {
+    if (++seen % 10000 == 0) ws.ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row), kSingleWindow);
+    one.ReadRow(row, 1, value, missing);
+    if (!missing[1]) f(row, value[1]);
+  }
+}
+
+// Decimals by size: 4 below 0.09995, 3 below 0.9995, 2 below 99.995, 1 below 999999.95,
+// else 0. DecimalsOrWhole gives 0 for a whole value.
+int Decimals(double x);
+int DecimalsOrWhole(double x);
+// x with d decimals and a dot; a value that rounds to zero prints without a sign.
+std::string Fixed(double x, int d);
+// x held to four decimals, trailing zeros and a trailing point cut ("2.5", "-3").
+std::string Trimmed4(double x);
+// A new cell of the data table: at most 4 decimals, at most 8 characters, the table's
+// decimal separator.
+std::string DataCell(double x, char separator);
+
+// The absolute deviations from a reference value above the tolerance: the first 100 of
+// them and their count.
+struct Deviations {
+  double reference = 0;
+  std::vector<double> first;
+  int count = 0;
+};
+
+// The second pass of modes 12 and 14 over the i-th variable: a variance above the
+// tolerance becomes the SD, the value table is filled, skewness and kurtosis are set, and
+// the deviations are collected when asked for.
+void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations = nullptr);
+
+// The modes.
+void WriteDetailedTable(SingleSampleContext& c);                // 12 without trimming
+void WriteTestBlocks(SingleSampleContext& c, bool withTests);   // 14, and 12 with trimming
+void WriteFrequencyTables(SingleSampleContext& c);              // 13
+void WriteNormalityTests(SingleSampleContext& c);               // 15
+
+}  // namespace tarvika

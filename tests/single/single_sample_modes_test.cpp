@@ -1,0 +1,191 @@
+// The corners of modes 12 to 15 that could break: class counts, the bar scale,
+// binarization at 20 and 21 values, the stops of the test block and of the normality test,
+// and the names and limit of new variables.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "../frame/memory_workspace.h"
+#include "frame/analysis_dialogs.h"
+#include "single/class_table.h"
+#include "single/single_sample_run.h"
+#include "workspace/new_variable.h"
+
+namespace tarvika {
+namespace {
+
+using testing::CrLfLines;
+using testing::Declared;
+using testing::MemoryWorkspace;
+
+// A workspace of one variable "x" (and "y" when given) with the values as cells; the
+// program folder gets the table files.
+struct Project {
+  explicit Project(const std::vector<std::string>& x, const std::vector<std::string>& y = {})
+      : m(Vars(y), Rows(x, y)) {
+    std::filesystem::copy(std::filesystem::path(TARVIKA_PROGRAM_DIR) / "stattab", m.programFolder / "stattab");
+  }
+  static std::vector<Declared> Vars(const std::vector<std::string>& y) {
+    std::vector<Declared> vars = {{"x"}};
+    if (!y.empty()) vars.push_back({"y"});
+    return vars;
+  }
+  static std::vector<std::vector<std::string>> Rows(const std::vector<std::string>& x, const std::vector<std::string>& y) {
+    std::vector<std::vector<std::string>> rows;
+    for (std::size_t r = 0; r < std::max(x.size(), y.size()); ++r) {
+      rows.push_back({r < x.size() ? x[r] : "", r < y.size() ? y[r] : ""});
+    }
+    return rows;
+  }
+  // Runs the command on the variables with the settings ("name=value" or
+  // "name:variable=value") and gives the lines of the report.
+  std::vector<std::string> Run(int code, std::vector<std::string> vars, std::vector<std::string> settings = {}) {
+    AnalysisDialog dialog(DialogKind::SingleSample);
+    dialog.commandCode = code;
+    dialog.selected = std::move(vars);
+    for (const std::string& s : settings) {
+      std::size_t eq = s.find('='), colon = s.find(':');
+      std::string error;
+      bool ok = colon == std::string::npos || colon > eq
+                    ? dialog.Set(s.substr(0, eq), s.substr(eq + 1), Language::English, &error)
+                    : dialog.SetFor(s.substr(0, colon), s.substr(colon + 1, eq - colon - 1), s.substr(eq + 1),
+                                    Language::English, &error);
+      EXPECT_TRUE(ok) << error;
+    }
+    PreparedRun run = PrepareRun(m.ws, dialog);
+    EXPECT_TRUE(run.ok()) << run.error;
+    EXPECT_TRUE(SingleSampleRun(m.ws, run.request));
+    return CrLfLines(m.Output("zuli_akt.txt"));
+  }
+  MemoryWorkspace m;
+};
+
+std::vector<std::string> Repeat(std::vector<std::pair<std::string, int>> counts) {
+  std::vector<std::string> cells;
+  for (auto& [value, times] : counts) cells.insert(cells.end(), times, value);
+  return cells;
+}
+
+std::vector<std::string> Sequence(int n, double start = 1) {
+  std::vector<std::string> cells;
+  for (int i = 0; i < n; ++i) cells.push_back(std::to_string(start + i));
+  return cells;
+}
+
+bool Has(const std::vector<std::string>& lines, const std::string& text) {
+  return std::any_of(lines.begin(), lines.end(), [&](const std::string& l) { return l.find(text) != std::string::npos; });
+}
+
+TEST(SingleSampleModes, ClassCounts) {
+  EXPECT_EQ(ClassCountFor(100, 1, false, false), 10);  // trunc(2.1715 * 4.605)
+  EXPECT_EQ(ClassCountFor(100, 6, false, false), 60);
+  EXPECT_EQ(ClassCountFor(3, 1, false, false), 6);     // 2, raised to 6
+  EXPECT_EQ(ClassCountFor(1000000, 1, false, false), 15);
+  EXPECT_EQ(ClassCountFor(50, 1, true, false), 50);
+  EXPECT_EQ(ClassCountFor(100, 1, false, true), 100);
+  EXPECT_EQ(ClassCountFor(101, 1, false, true), 7);
+  EXPECT_EQ(ClassCountFor(1000000, 1, false, true), 2000);
+  // The k-th distinct value turns a continuous table into k classes: the values so far are
+  // placed by rounding, later ones by truncation.
+  ClassTable t;
+  t.Reset(6, 0, 6, true);
+  for (double x : {0.0, 0.6, 6.0, 2.0, 3.0, 4.0}) t.Add(x);
+  ASSERT_TRUE(t.Classes());
+  t.Add(0.6);
+  std::vector<int> freq;
+  for (int e = 0; e < t.Count(); ++e) freq.push_back(t.Frequency(e));
+  EXPECT_EQ(freq, (std::vector<int>{2, 1, 1, 1, 1, 1}));
+  EXPECT_DOUBLE_EQ(t.Value(0), 0.5);
+}
+
+TEST(SingleSampleModes, TheBarIsTheFrequencyUpTo45ThenScaled) {
+  Project up({Repeat({{"1", 45}, {"2", 3}})});
+  auto lines = up.Run(13, {"x"}, {"scaleType:x=discrete"});
+  EXPECT_TRUE(Has(lines, "1\t45\t93.8\t93.8\t|" + std::string(45, '=')));
+  EXPECT_TRUE(Has(lines, "2\t3\t6.3\t100.0\t|===")) << lines.back();
+  Project over({Repeat({{"1", 46}, {"2", 23}})});
+  lines = over.Run(13, {"x"}, {"scaleType:x=discrete"});
+  EXPECT_TRUE(Has(lines, "1\t46\t66.7\t66.7\t|" + std::string(45, '=')));
+  EXPECT_FALSE(Has(lines, std::string(46, '=')));
+  EXPECT_TRUE(Has(lines, "2\t23\t33.3\t100.0\t|" + std::string(22, '=')));  // trunc(45/46*23)
+}
+
+TEST(SingleSampleModes, BinarizationAtTwentyAndTwentyOneValues) {
+  std::vector<std::string> twenty = Sequence(20);
+  twenty.push_back("");  // a missing case gets empty cells
+  Project p(twenty, Sequence(21));
+  auto lines = p.Run(13, {"x", "y"}, {"scaleType:x=discrete", "scaleType:y=discrete", "binarize=on"});
+  EXPECT_TRUE(Has(lines, "Since this variable has more than 20 different values, it was not binarized."));
+  Workspace& ws = p.m.ws;
+  ASSERT_EQ(ws.NumberOfVariables(), 22);
+  EXPECT_EQ(ws.vars.GetCell(kShortName, 3), "x_1");
+  EXPECT_EQ(ws.vars.GetCell(kShortName, 22), "x_20");
+  EXPECT_EQ(ws.vars.GetCell(kType, 22), "num=0_0;");
+  EXPECT_EQ(ws.data.GetCell(22, 0), "x_20");
+  EXPECT_EQ(ws.data.GetCell(3, 1), "1");
+  EXPECT_EQ(ws.data.GetCell(3, 2), "0");
+  EXPECT_EQ(ws.data.GetCell(3, 21), "");
+  EXPECT_TRUE(ws.dataChanged);
+}
+
+TEST(SingleSampleModes, TestBlockStops) {
+  Project p({"5", "5", "5", "5"}, {"1", "2"});
+  auto lines = p.Run(14, {"x", "y"}, {"hypotheticalValue:x=5", "hypotheticalValue:y=0"});
+  EXPECT_TRUE(Has(lines, "There are few cases to perform valid statistical calculations."));
+  EXPECT_TRUE(Has(lines, "Variance is low (< 0.000001) to perform any statistical test."));
+  EXPECT_FALSE(Has(lines, "One-sample t test"));
+  // A huge t has no Johnson or Gayen line; 21 deviations from h take the normal
+  // approximation, 20 the exact p.
+  Project far(Sequence(21, 100), Sequence(20));
+  lines = far.Run(14, {"x", "y"}, {"hypotheticalValue:x=0", "hypotheticalValue:y=0.5"});
+  EXPECT_TRUE(Has(lines, "   - One-sample t test: t(20) = 81.240**  (p = 0.0000)"));
+  EXPECT_FALSE(Has(lines, "J(20)"));
+  EXPECT_TRUE(Has(lines, "   - Wilcoxon signed rank test: R- = 0.0, R+ = 231.0, z = 4.015  (p = 0.0001)***"));
+  EXPECT_TRUE(Has(lines, "   - Wilcoxon signed rank test: R- = 0.0, R+ = 210.0  (p = 0.0000)***"));
+  EXPECT_TRUE(Has(lines, "   - Johnson's modified t test: J(19) = "));
+}
+
+TEST(SingleSampleModes, NormalityNeedsEightCasesAndSwitchesTestsAbove100) {
+  Project small(Sequence(7));
+  EXPECT_TRUE(Has(small.Run(15, {"x"}), "There are few cases to perform a test of normality."));
+  Project two(Repeat({{"1", 5}, {"2", 5}}));
+  EXPECT_TRUE(Has(two.Run(15, {"x"}), "Number of different values: 2. No use to perform a test of normality."));
+  std::vector<std::string> hundredCases = Sequence(99);
+  hundredCases.push_back("50");
+  Project hundred(hundredCases, Sequence(101));
+  auto lines = hundred.Run(15, {"x", "y"}, {"saveStandardized=yes"});
+  // 1 to 99 and 50 against the normal of their mean and SD; references from R's ks.test.
+  EXPECT_TRUE(Has(lines, "Kolmogorov's test of normality: Dmax = 0.060, D* = 0.595"));
+  EXPECT_TRUE(Has(lines, "Normality test, chi-square method (df = "));
+  Workspace& ws = hundred.m.ws;
+  ASSERT_EQ(ws.NumberOfVariables(), 4);
+  EXPECT_EQ(ws.vars.GetCell(kShortName, 3), "xz");
+  EXPECT_EQ(ws.data.GetCell(3, 1), "-1.7146");  // (1 - 50)/28.577, as R gives it
+  EXPECT_EQ(ws.data.GetCell(3, 101), "");
+}
+
+TEST(SingleSampleModes, NewVariableNamesAndTheLimit) {
+  Project p({"1"});
+  Workspace& ws = p.m.ws;
+  EXPECT_EQ(NewVariableName(ws, "abc"), "abc");
+  EXPECT_EQ(NewVariableName(ws, "X"), "X0");
+  NewVariable(ws, "longname", "", {});
+  for (char d = '0'; d <= '7'; ++d) NewVariable(ws, std::string("longnam") + d, "", {});
+  EXPECT_EQ(NewVariableName(ws, "LONGNAME"), "LONGNAM8");
+  NewVariable(ws, "longnam8", "", {});
+  EXPECT_EQ(NewVariableName(ws, "longname"), "var_1");
+  EXPECT_EQ(NewVariable(ws, "first", "", {"a"}, 1), 1);  // inserted in front, the rest renumbered
+  EXPECT_EQ(ws.vars.GetCell(kIndex, 2), "2");
+  EXPECT_EQ(ws.vars.GetCell(kShortName, 2), "x");
+  while (ws.NumberOfVariables() < kMaxVariables) NewVariable(ws, "v", "", {});
+  EXPECT_FALSE(RoomForVariables(ws, 1));
+  EXPECT_EQ(NewVariable(ws, "over", "", {}), 0);
+  EXPECT_EQ(ws.NumberOfVariables(), kMaxVariables);
+  EXPECT_EQ(VariableLimitMessage(ws),
+            "No more new variable can be created since the total number of variables would be over 1000.");
+}
+
+}  // namespace
+}  // namespace tarvika
