@@ -107,19 +107,14 @@ int Run(CliContext& context, const RunOptions& o) {
 
   ReportFormat format = o.format == "html" ? ReportFormat::Html : ReportFormat::Text;
   const int variablesBefore = ws.NumberOfVariables();
-  RunResult result;
-  try {
-    result = RunAnalysis(ws, dialog, BuiltAnalyses(), format);
-  } catch (const MissingTableFile& missing) {
-    std::cerr << MissingTableMessage(missing.name(), language) << '\n';
-    return 1;
-  }
-  switch (result) {
+  switch (RunAnalysis(ws, dialog, BuiltAnalyses(), format)) {
     case RunResult::Ran:
       break;
     case RunResult::Refused:
     case RunResult::NotBuilt:
       return kInputError;  // the message is on standard error already
+    case RunResult::TablesMissing:
+      return 1;  // the program stops; the message is on standard error
     case RunResult::ReportFailed:
       std::cerr << Pick(language, "The report can't be written: ", "A jelentés nem írható: ")
                 << LastReportPath(programFolder, format) << '\n';

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "lang/utf8.h"
+#include "numeric/stat_tables.h"
 #include "workspace/declarations.h"
 #include "workspace/session.h"
 #include "workspace/workspace.h"
@@ -307,7 +308,13 @@ RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, const AnalysisRegis
     tell(run.error);
     return RunResult::Refused;
   }
-  bool written = analysis->second(ws, run.request, format);
+  bool written = false;
+  try {
+    written = analysis->second(ws, run.request, format);
+  } catch (const MissingTableFile& missing) {
+    tell(MissingTableMessage(missing.name(), ws.language));
+    return RunResult::TablesMissing;
+  }
   // The save switches of the single-sample dialog are turned off so they won't run twice.
   if (dialog.kind == DialogKind::SingleSample) dialog.values["saveStandardized"] = std::string(kNo);
   return written ? RunResult::Ran : RunResult::ReportFailed;

@@ -81,11 +81,12 @@ PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog);
 using AnalysisFunction = std::function<bool(Workspace&, const AnalysisRequest&, ReportFormat)>;
 using AnalysisRegistry = std::map<int, AnalysisFunction>;
 
-enum class RunResult { Ran, Refused, NotBuilt, ReportFailed };
+enum class RunResult { Ran, Refused, NotBuilt, ReportFailed, TablesMissing };
 
 // The whole run command: PrepareRun, then the analysis of the command. A refused selection
 // is told to the person; a command whose analysis isn't built answers "Sorry, under
-// construction." and writes nothing.
+// construction." and writes nothing. A statistical table file that is missing is told with
+// its message; the program then stops (TablesMissing).
 RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, const AnalysisRegistry& analyses, ReportFormat format,
                       std::string* message = nullptr);
 

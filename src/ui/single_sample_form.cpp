@@ -1,5 +1,7 @@
 #include "ui/single_sample_form.h"
 
+#include <QCoreApplication>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
@@ -483,6 +485,8 @@ void TKijelolForm::Reset() {
 
 RunResult TKijelolForm::Run() {
   RunResult result = RunAnalysis(ws_, dialog_, BuiltAnalyses(), ReportFormat::Text);
+  // Without its statistical tables the program can't go on: the message was told, it stops.
+  if (result == RunResult::TablesMissing) QCoreApplication::exit(1);
   ShowValues();  // the save switch went back to " No "
   return result;
 }
