@@ -31,13 +31,13 @@ std::string_view KindWord(ParameterKind kind) {
   return "";
 }
 
-std::string Describe(const ParameterSpec& spec) {
-  std::string text = fmt::format("{}{}: {}", spec.name, spec.perVariable ? ":VARIABLE" : "", KindWord(spec.kind));
-  if (spec.kind == ParameterKind::Integer) text += fmt::format(" {} to {}", spec.minimum, spec.maximum);
-  if (spec.kind == ParameterKind::Choice) {
-    for (std::size_t i = 0; i < spec.choices.size(); ++i) text += fmt::format("{}{}", i ? ", " : " ", spec.choices[i]);
+std::string Describe(const ParameterDefinition& param) {
+  std::string text = fmt::format("{}{}: {}", param.name, param.perVariable ? ":VARIABLE" : "", KindWord(param.kind));
+  if (param.kind == ParameterKind::Integer) text += fmt::format(" {} to {}", param.minimum, param.maximum);
+  if (param.kind == ParameterKind::Choice) {
+    for (std::size_t i = 0; i < param.choices.size(); ++i) text += fmt::format("{}{}", i ? ", " : " ", param.choices[i]);
   }
-  std::string def(spec.defaultValue);
+  std::string def(param.defaultValue);
   text += fmt::format("; default \"{}\"", def);
   return text;
 }
@@ -60,8 +60,8 @@ void RegisterCommandsCommand(CLI::App& app, CliContext& context) {
                                  : built  ? ""
                                           : fmt::format("  ({})", Pick(lang, "Sorry, under construction.",
                                                                        "Elnézést, ez a rész még készül.")));
-        for (const ParameterSpec& spec : DialogParameters(dialog)) {
-          if (AppliesTo(spec, code)) std::cout << "      --set " << Describe(spec) << '\n';
+        for (const ParameterDefinition& param : DialogParameters(dialog)) {
+          if (AppliesTo(param, code)) std::cout << "      --set " << Describe(param) << '\n';
         }
       }
     }

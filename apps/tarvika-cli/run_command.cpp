@@ -83,9 +83,9 @@ int Run(CliContext& context, const RunOptions& o) {
     }
     std::string name = setting.substr(0, eq), value = setting.substr(eq + 1), error;
     std::size_t colon = name.find(':');
-    const ParameterSpec* spec = FindParameter(dialog.kind, name.substr(0, colon));
-    if (spec != nullptr && !AppliesTo(*spec, o.command)) {
-      return InputError(fmt::format("{}{}{}", spec->name, Pick(language, " does not apply to command ", " nem tartozik ehhez a parancshoz: "),
+    const ParameterDefinition* param = FindParameter(dialog.kind, name.substr(0, colon));
+    if (param != nullptr && !AppliesTo(*param, o.command)) {
+      return InputError(fmt::format("{}{}{}", param->name, Pick(language, " does not apply to command ", " nem tartozik ehhez a parancshoz: "),
                                     o.command));
     }
     bool ok = colon == std::string::npos ? dialog.Set(name, value, language, &error)

@@ -87,8 +87,8 @@ AnalysisDialog::AnalysisDialog(DialogKind k) : kind(k), commandCode(CommandListO
 std::string AnalysisDialog::Value(std::string_view name) const {
   auto it = values.find(name);
   if (it != values.end()) return it->second;
-  const ParameterSpec* spec = FindParameter(kind, name);
-  return spec ? std::string(spec->defaultValue) : std::string();
+  const ParameterDefinition* param = FindParameter(kind, name);
+  return param ? std::string(param->defaultValue) : std::string();
 }
 
 std::string AnalysisDialog::ValueFor(std::string_view name, std::string_view variable) const {
@@ -107,17 +107,17 @@ std::string AnalysisDialog::ValueFor(std::string_view name, std::string_view var
     auto v = it->second.find(std::string(variable));
     if (v != it->second.end()) return v->second;
   }
-  const ParameterSpec* spec = FindParameter(kind, name);
-  return spec ? std::string(spec->defaultValue) : std::string();
+  const ParameterDefinition* param = FindParameter(kind, name);
+  return param ? std::string(param->defaultValue) : std::string();
 }
 
 bool AnalysisDialog::Set(std::string_view name, std::string_view value, Language lang, std::string* error) {
-  const ParameterSpec* spec = FindParameter(kind, name);
-  if (spec == nullptr || spec->perVariable) {
+  const ParameterDefinition* param = FindParameter(kind, name);
+  if (param == nullptr || param->perVariable) {
     if (error) *error = std::string(Pick(lang, "Unknown parameter of this dialog: ", "A párbeszédablaknak nincs ilyen paramétere: ")) + std::string(name);
     return false;
   }
-  auto normal = NormaliseParameterValue(*spec, value, lang, error);
+  auto normal = NormaliseParameterValue(*param, value, lang, error);
   if (!normal) return false;
   values[std::string(name)] = *normal;
   return true;
@@ -125,12 +125,12 @@ bool AnalysisDialog::Set(std::string_view name, std::string_view value, Language
 
 bool AnalysisDialog::SetFor(std::string_view name, std::string_view variable, std::string_view value, Language lang,
                             std::string* error) {
-  const ParameterSpec* spec = FindParameter(kind, name);
-  if (spec == nullptr || !spec->perVariable) {
+  const ParameterDefinition* param = FindParameter(kind, name);
+  if (param == nullptr || !param->perVariable) {
     if (error) *error = std::string(Pick(lang, "Unknown per-variable parameter of this dialog: ", "A párbeszédablaknak nincs ilyen változónkénti paramétere: ")) + std::string(name);
     return false;
   }
-  auto normal = NormaliseParameterValue(*spec, value, lang, error);
+  auto normal = NormaliseParameterValue(*param, value, lang, error);
   if (!normal) return false;
   perVariable[std::string(name)][std::string(variable)] = *normal;
   if (name == "hypotheticalValue") rememberedHypothetical[std::string(variable)] = *normal;
@@ -286,8 +286,8 @@ PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
   }
   if (dialog.kind == DialogKind::SingleSample) selectedCount = static_cast<int>(dialog.selected.size());
   run.request = BuildRequest(ws, code, selectedCount);
-  for (const ParameterSpec& spec : DialogParameters(dialog.kind)) {
-    if (!spec.perVariable) run.request.parameters[std::string(spec.name)] = dialog.Value(spec.name);
+  for (const ParameterDefinition& param : DialogParameters(dialog.kind)) {
+    if (!param.perVariable) run.request.parameters[std::string(param.name)] = dialog.Value(param.name);
   }
   return run;
 }

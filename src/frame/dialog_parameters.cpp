@@ -11,8 +11,8 @@ namespace {
 
 using K = ParameterKind;
 
-const std::vector<ParameterSpec>& SingleSampleParameters() {
-  static const std::vector<ParameterSpec> specs = {
+const std::vector<ParameterDefinition>& SingleSampleParameters() {
+  static const std::vector<ParameterDefinition> definitions = {
       {"confidenceIndex", K::Integer, {12}, "1", 0, 2, {}, "Confidence % (0: 90, 1: 95, 2: 99)", "Megbízhatóság % (0: 90, 1: 95, 2: 99)"},
       {"trimmingPercent", K::Integer, {12, 14}, "0", 0, 25, {}, "Trimming %", "Trimmelés %"},
       {"classMultiplier", K::Integer, {13}, "1", 1, 6, {}, " Class number multiplier ", " Osztályszám-szorzó "},
@@ -27,11 +27,11 @@ const std::vector<ParameterSpec>& SingleSampleParameters() {
        "Skálatípus", true},
       {"hypotheticalValue", K::Number, {14}, "1", 0, 0, {}, "Hypothetical value", "Hipotetikus érték", true},
   };
-  return specs;
+  return definitions;
 }
 
-const std::vector<ParameterSpec>& GroupsParameters() {
-  static const std::vector<ParameterSpec> specs = {
+const std::vector<ParameterDefinition>& GroupsParameters() {
+  static const std::vector<ParameterDefinition> definitions = {
       {"scaleType", K::Choice, {21, 22}, "interval", 0, 0, {"interval", "ordinal", "nominal"}, "Scale type",
        "Skálatípus", true},
       {"commonScale", K::Integer, {21, 22}, "0", 0, 2, {}, " Common scale type  (0 interval, 1 ordinal, 2 nominal)",
@@ -47,11 +47,11 @@ const std::vector<ParameterSpec>& GroupsParameters() {
        "Szignifikanciaszint (0: 10%, 1: 5%, 2: 1%)"},
       {"trialName", K::Text, {22, 24}, "Trial", 0, 0, {}, "name of trial factor:", "az ismételt tényező neve:"},
   };
-  return specs;
+  return definitions;
 }
 
-const std::vector<ParameterSpec>& RelationsParameters() {
-  static const std::vector<ParameterSpec> specs = {
+const std::vector<ParameterDefinition>& RelationsParameters() {
+  static const std::vector<ParameterDefinition> definitions = {
       {"pairing", K::Choice, {31, 32}, "Cross", 0, 0, {"Cross", "Pair"}, "X-Y correspondence", "X-Y megfeleltetés"},
       {"confidence", K::Choice, {31}, "95", 0, 0, {"90", "95", "99"}, "Confidence %", "Megbízhatóság %"},
       {"trimmingPercent", K::Integer, {31}, "0", 0, 25, {}, "Trimming %", "Trimmelés %"},
@@ -94,7 +94,7 @@ const std::vector<ParameterSpec>& RelationsParameters() {
       {"ItemMax", K::Integer, {35}, "5", -1000000, 1000000, {}, "item maximum:", "item maximum:"},
       {"ConvertNegativeItems", K::Flag, {35}, "off", 0, 0, {}, "Convert negative items", "Negatív itemek átfordítása"},
   };
-  return specs;
+  return definitions;
 }
 
 struct ScaleWords {
@@ -117,7 +117,7 @@ int ToggleValue(std::string_view word) {
   return 0;
 }
 
-const std::vector<ParameterSpec>& DialogParameters(DialogKind dialog) {
+const std::vector<ParameterDefinition>& DialogParameters(DialogKind dialog) {
   switch (dialog) {
     case DialogKind::SingleSample:
       return SingleSampleParameters();
@@ -128,18 +128,18 @@ const std::vector<ParameterSpec>& DialogParameters(DialogKind dialog) {
   }
 }
 
-const ParameterSpec* FindParameter(DialogKind dialog, std::string_view name) {
-  for (const ParameterSpec& spec : DialogParameters(dialog)) {
-    if (spec.name == name) return &spec;
+const ParameterDefinition* FindParameter(DialogKind dialog, std::string_view name) {
+  for (const ParameterDefinition& param : DialogParameters(dialog)) {
+    if (param.name == name) return &param;
   }
   return nullptr;
 }
 
-bool AppliesTo(const ParameterSpec& spec, int command) {
-  return std::find(spec.commands.begin(), spec.commands.end(), command) != spec.commands.end();
+bool AppliesTo(const ParameterDefinition& param, int command) {
+  return std::find(param.commands.begin(), param.commands.end(), command) != param.commands.end();
 }
 
-std::optional<std::string> NormaliseParameterValue(const ParameterSpec& spec, std::string_view value, Language lang,
+std::optional<std::string> NormaliseParameterValue(const ParameterDefinition& param, std::string_view value, Language lang,
                                                    std::string* error) {
   std::string v = Trim(value);
   std::string folded = FoldCase(v);
@@ -147,43 +147,43 @@ std::optional<std::string> NormaliseParameterValue(const ParameterSpec& spec, st
     if (error != nullptr) *error = std::move(message);
     return std::nullopt;
   };
-  switch (spec.kind) {
+  switch (param.kind) {
     case K::Integer: {
       auto n = ParseWholeNumber(v);
-      if (!n || *n < spec.minimum || *n > spec.maximum) {
-        return fail(fmt::format("{}{}{}{}{}{}", spec.name, Pick(lang, " must be a whole number from ", " értéke egész szám legyen, "),
-                                spec.minimum, Pick(lang, " to ", " és "), spec.maximum, Pick(lang, ".", " között.")));
+      if (!n || *n < param.minimum || *n > param.maximum) {
+        return fail(fmt::format("{}{}{}{}{}{}", param.name, Pick(lang, " must be a whole number from ", " értéke egész szám legyen, "),
+                                param.minimum, Pick(lang, " to ", " és "), param.maximum, Pick(lang, ".", " között.")));
       }
       return std::to_string(*n);
     }
     case K::Number: {
       auto x = ParseEitherSeparator(v, '.');
-      if (!x) return fail(std::string(spec.name) + std::string(Pick(lang, " must be a number.", " értéke szám legyen.")));
+      if (!x) return fail(std::string(param.name) + std::string(Pick(lang, " must be a number.", " értéke szám legyen.")));
       return FormatGeneral(RoundToFourDecimals(*x), '.');
     }
     case K::Toggle:
     case K::ThreeState:
       if (folded == "yes" || folded == "igen") return std::string(kYes);
       if (folded == "no" || folded == "nem") return std::string(kNo);
-      if (spec.kind == K::ThreeState && (folded == "if signif." || folded == "if signif")) return std::string(kIfSignificant);
-      return fail(std::string(spec.name) + std::string(Pick(lang, " must be Yes or No.", " értéke Yes vagy No legyen.")));
+      if (param.kind == K::ThreeState && (folded == "if signif." || folded == "if signif")) return std::string(kIfSignificant);
+      return fail(std::string(param.name) + std::string(Pick(lang, " must be Yes or No.", " értéke Yes vagy No legyen.")));
     case K::Flag:
       if (folded == "on" || folded == "yes" || folded == "1" || folded == "true") return std::string("on");
       if (folded == "off" || folded == "no" || folded == "0" || folded == "false") return std::string("off");
-      return fail(std::string(spec.name) + std::string(Pick(lang, " must be on or off.", " értéke on vagy off legyen.")));
+      return fail(std::string(param.name) + std::string(Pick(lang, " must be on or off.", " értéke on vagy off legyen.")));
     case K::Choice:
-      for (std::string_view choice : spec.choices) {
+      for (std::string_view choice : param.choices) {
         if (FoldCase(choice) == folded || FoldCase(TranslateScaleWord(choice, Language::Hungarian)) == folded) {
           return std::string(choice);
         }
       }
       {
         std::string list;
-        for (std::string_view choice : spec.choices) list += (list.empty() ? "" : ", ") + std::string(choice);
-        return fail(std::string(spec.name) + std::string(Pick(lang, " must be one of: ", " értéke ezek egyike legyen: ")) + list);
+        for (std::string_view choice : param.choices) list += (list.empty() ? "" : ", ") + std::string(choice);
+        return fail(std::string(param.name) + std::string(Pick(lang, " must be one of: ", " értéke ezek egyike legyen: ")) + list);
       }
     case K::Text:
-      if (v.empty()) return fail(std::string(spec.name) + std::string(Pick(lang, " must not be empty.", " nem lehet üres.")));
+      if (v.empty()) return fail(std::string(param.name) + std::string(Pick(lang, " must not be empty.", " nem lehet üres.")));
       return v;
   }
   return fail("?");

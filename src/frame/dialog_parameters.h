@@ -26,7 +26,7 @@ enum class ParameterKind {
   Text,        // a name
 };
 
-struct ParameterSpec {
+struct ParameterDefinition {
   std::string_view name;
   ParameterKind kind;
   std::vector<int> commands;
@@ -44,13 +44,13 @@ inline constexpr std::string_view kIfSignificant = " If signif. ";
 // " Yes " 2, " If signif. " 1, anything else 0.
 int ToggleValue(std::string_view word);
 
-const std::vector<ParameterSpec>& DialogParameters(DialogKind dialog);
-const ParameterSpec* FindParameter(DialogKind dialog, std::string_view name);
-bool AppliesTo(const ParameterSpec& spec, int command);
+const std::vector<ParameterDefinition>& DialogParameters(DialogKind dialog);
+const ParameterDefinition* FindParameter(DialogKind dialog, std::string_view name);
+bool AppliesTo(const ParameterDefinition& param, int command);
 
 // The stored form of a value given as text ("Yes", "no", "on", "90", ...); nullopt with a
 // message when it is not acceptable.
-std::optional<std::string> NormaliseParameterValue(const ParameterSpec& spec, std::string_view value, Language lang,
+std::optional<std::string> NormaliseParameterValue(const ParameterDefinition& param, std::string_view value, Language lang,
                                                    std::string* error);
 
 // The scale words of the dialogs, in both languages.

@@ -188,7 +188,7 @@ TKijelolForm::TKijelolForm(Workspace& ws, QWidget* parent)
 }
 
 void TKijelolForm::BuildParameterPanel() {
-  for (const ParameterSpec& param : DialogParameters(dialog_.kind)) {
+  for (const ParameterDefinition& param : DialogParameters(dialog_.kind)) {
     if (param.perVariable) continue;  // a column of the selected list
     std::string name(param.name);
     ParameterRow row;
@@ -302,7 +302,7 @@ void TKijelolForm::ApplyLanguage(const LanguageTexts* texts) {
   }
   parameterBox_->setTitle(TagCaption(texts, kParametersTag));
   for (auto& [name, row] : rows_) {
-    const ParameterSpec* param = FindParameter(dialog_.kind, name);
+    const ParameterDefinition* param = FindParameter(dialog_.kind, name);
     QString caption = TagCaption(texts, row.tag, Pick(lang, param->english, param->hungarian));
     if (row.label != nullptr) row.label->setText(caption);
     if (auto* check = qobject_cast<QCheckBox*>(row.control)) check->setText(caption);
@@ -358,8 +358,8 @@ void TKijelolForm::FillLists() {
   for (const std::string& name : SourceList(ws_, dialog_)) sourceList_->addItem(ToQt(name));
 
   // The per-variable parameter of the command, if any, is the second column.
-  const ParameterSpec* perVariable = nullptr;
-  for (const ParameterSpec& param : DialogParameters(dialog_.kind)) {
+  const ParameterDefinition* perVariable = nullptr;
+  for (const ParameterDefinition& param : DialogParameters(dialog_.kind)) {
     if (param.perVariable && AppliesTo(param, dialog_.commandCode)) perVariable = &param;
   }
   selectedTable_->clearContents();
