@@ -39,6 +39,7 @@ void RegisterCommandsCommand(CLI::App& app, CliContext& context);
 void RegisterRunCommand(CLI::App& app, CliContext& context);
 void RegisterInfo(CLI::App& app, CliContext& context);
 void RegisterResave(CLI::App& app, CliContext& context);
+void RegisterSettingsCommands(CLI::App& app, CliContext& context);
 
 // A fresh workspace of the session: its language, the machine's decimal separator, the
 // program folder, and the person on standard error.

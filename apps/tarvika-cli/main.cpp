@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterCommandsCommand(app, context);
   tarvika::cli::RegisterInfo(app, context);
   tarvika::cli::RegisterResave(app, context);
+  tarvika::cli::RegisterSettingsCommands(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
 
   try {

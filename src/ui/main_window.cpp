@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <QStyledItemDelegate>
 
+#include "ui/default_variable_form.h"
 #include "ui/qt_text.h"
 #include "ui/recent_files_window.h"
 #include "ui/report_window.h"
@@ -224,6 +225,8 @@ void MainWindow::RunCommand(const QString& command) {
     RecentFiles()->raise();
   } else if (name == "view.output") {
     Reports()->OpenReport();
+  } else if (name == "variables.default") {
+    DefaultVariableForm(ws, Texts(), this).exec();
   } else if (name == "analysis.single") {
     SingleSampleForm()->Open();
   } else if (name == "file.exit") {

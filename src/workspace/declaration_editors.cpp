@@ -5,6 +5,7 @@
 
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
+#include "workspace/project_file.h"
 #include "workspace/user_channel.h"
 #include "workspace/workspace.h"
 
@@ -224,6 +225,30 @@ bool ChangeGroupType(Workspace& ws, int row, std::string_view newWord) {
 
 void RefuseTypedGroupType(Workspace& ws) {
   ws.user.Tell(ws.Text("Use the drop-down list to write in.", "Használja a leomló listát a beírásra!"));
+}
+
+bool ChangeDefaultVariable(Workspace& ws, const TypeEditor& type, std::string_view groupType, std::string_view labels) {
+  auto typeText = type.Build(ws.user, ws.language, ws.decimalSeparator);
+  if (!typeText) return false;
+  GroupKind kind = GroupKindOf(groupType);
+  if (kind == GroupKind::Unknown) {
+    RefuseTypedGroupType(ws);
+    return false;
+  }
+  if (kind != GroupKind::None && !labels.empty() &&
+      !ParseLabelText(labels, kind == GroupKind::Intervals, ws.decimalSeparator)) {
+    ws.user.Tell(ws.Text("Wrong value.", "Hibás érték az adatmezők egyikében!"));
+    return false;
+  }
+  std::string oldLabels(ws.vars.GetCell(kGroupLabels, 0));
+  ws.vars.SetCell(kGroupLabels, 0, labels);
+  if (!ChangeGroupType(ws, 0, groupType)) {
+    ws.vars.SetCell(kGroupLabels, 0, oldLabels);
+    return false;
+  }
+  // Copies: the cells are written again from these texts.
+  std::string newLabels(ws.vars.GetCell(kGroupLabels, 0)), newGroupType(ws.vars.GetCell(kGroupType, 0));
+  return SaveDefaultVariable(ws, *typeText, newLabels, newGroupType);
 }
 
 }  // namespace tarvika

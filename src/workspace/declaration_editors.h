@@ -74,4 +74,9 @@ bool ChangeGroupType(Workspace& ws, int row, std::string_view newWord);
 // A group type typed into the cell instead of chosen: refused with a message.
 void RefuseTypedGroupType(Workspace& ws);
 
+// "Properties of the default variable": the type, the group type word and the group labels
+// that new variables get. A change goes at once to row 0 of the variable table and to
+// "default.var"; false (after telling why) when something is refused, and nothing changes.
+bool ChangeDefaultVariable(Workspace& ws, const TypeEditor& type, std::string_view groupType, std::string_view labels);
+
 }  // namespace tarvika

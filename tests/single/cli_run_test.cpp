@@ -186,3 +186,26 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(CliRun, SettingsAndTheDefaultVariableAreChangedAsTheMenusChangeThem) {
+  fs::create_directories(folder_ / "stattab");
+  Result r = Cli("settings --language en --font-size 12");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("language: en\nfont size: 12\n"), std::string::npos) << r.out;
+  EXPECT_EQ(Read(folder_ / "Tarvika.cfg").substr(0, 14), "nyelv=angol;\r\n");
+  EXPECT_EQ(Read(folder_ / "r_path.cfg"), "font_size=12;\r\nR_prog_path=;\r\n");
+  EXPECT_EQ(Cli("settings --font-size -3").status, 2);
+
+  r = Cli("default-variable --min 1 --max 7 --group-type codes --labels '1=low;/7=high;/'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, "type: num=1_7;\ngroup type: codes\ngroup labels: 1=low;/7=high;/\n");
+  EXPECT_EQ(Read(folder_ / "default.var"), "num=1_7;\r\n1=low;/7=high;/\r\ncodes\r\n");
+  r = Cli("default-variable --min 5 --max 1");
+  EXPECT_EQ(r.status, 2);
+  EXPECT_NE(r.err.find("Maximal value must be greater then minimal value."), std::string::npos);
+  EXPECT_EQ(Read(folder_ / "default.var"), "num=1_7;\r\n1=low;/7=high;/\r\ncodes\r\n");  // unchanged
+}
+
+}  // namespace

@@ -5,7 +5,12 @@
 #include <QtTest>
 
 #include <filesystem>
+#include <fstream>
 
+#include <QComboBox>
+#include <QLineEdit>
+
+#include "ui/default_variable_form.h"
 #include "ui/main_window.h"
 #include "workspace/session.h"
 
@@ -91,6 +96,22 @@ class MainWindowTest : public QObject {
     QCOMPARE(data->model()->rowCount(), 1);
     QVERIFY(window.OpenFile(project));
     QCOMPARE(Cell(data, 0, 0), QString("41.5"));
+
+    // Properties of the default variable: the form hands its fields to the core.
+    DefaultVariableForm form(session.ws, window.Texts());
+    QCOMPARE(form.windowTitle(), QString("Properties of the default variable"));
+    form.TypeBox()->setCurrentText("num");
+    form.Minimum()->setText("1");
+    form.Maximum()->setText("0");
+    QVERIFY(!form.Apply());
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Maximal value must be greater then minimal value."));
+    form.Maximum()->setText("5");
+    form.GroupTypeBox()->setCurrentIndex(1);
+    form.Labels()->setText("1=no;/5=yes;/");
+    QVERIFY(form.Apply());
+    std::ifstream in(root_ / "default.var", std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    QCOMPARE(QString::fromStdString(bytes), QString("num=1_5;\r\n1=no;/5=yes;/\r\ncodes\r\n"));
 
     window.RunCommand("data.sort_cases");
     QCOMPARE(QString::fromStdString(user.told.back()), QString("Sorry, under construction."));

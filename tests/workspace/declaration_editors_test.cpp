@@ -1,4 +1,8 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
 
 #include "workspace/declaration_editors.h"
 #include "workspace/workspace.h"
@@ -111,6 +115,41 @@ TEST(GroupTypeChange, IntervalLabelsAreOfferedForDeletionWhenCodesAreChosen) {
   EXPECT_EQ(ws.vars.GetCell(kGroupType, 1), "codes");  // stored in the session's language
   EXPECT_EQ(ws.vars.GetCell(kGroupLabels, 1), "");
   EXPECT_FALSE(ChangeGroupType(ws, 1, "sometimes"));
+}
+
+}  // namespace
+}  // namespace tarvika
+
+namespace tarvika {
+namespace {
+
+TEST(DefaultVariable, AChangeGoesToRowZeroAndTheFileAtOnce) {
+  auto folder = std::filesystem::temp_directory_path() / ("tarvika-default-" + std::to_string(::getpid()));
+  std::filesystem::create_directories(folder);
+  ScriptedChannel user;
+  Workspace ws(user, Language::English, '.');
+  ws.programFolder = folder.string();
+  TypeEditor type;
+  type.minimum = "1";
+  type.maximum = "5";
+  ASSERT_TRUE(ChangeDefaultVariable(ws, type, "codes", "1=no;/5=yes;/"));
+  EXPECT_EQ(ws.vars.GetCell(kType, 0), "num=1_5;");
+  EXPECT_EQ(ws.vars.GetCell(kGroupType, 0), "codes");
+  std::ifstream in(folder / "default.var", std::ios::binary);
+  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  EXPECT_EQ(bytes, "num=1_5;\r\n1=no;/5=yes;/\r\ncodes\r\n");
+
+  // Refusals change nothing: labels that aren't codes, a word not from the list.
+  EXPECT_FALSE(ChangeDefaultVariable(ws, type, "codes", "1_2=x;/"));
+  EXPECT_EQ(user.told.back(), "Wrong value.");
+  EXPECT_FALSE(ChangeDefaultVariable(ws, type, "sometimes", ""));
+  EXPECT_EQ(ws.vars.GetCell(kGroupLabels, 0), "1=no;/5=yes;/");
+  // To "none" with labels left: the question; a yes deletes them.
+  user.QueueAnswer(Answer::Yes);
+  ASSERT_TRUE(ChangeDefaultVariable(ws, TypeEditor{}, "none", "1=no;/5=yes;/"));
+  EXPECT_EQ(user.asked.back(), "Default variable has redundant value labels.\r\nDo you want to delete it?");
+  EXPECT_EQ(ws.vars.GetCell(kGroupLabels, 0), "");
+  std::filesystem::remove_all(folder);
 }
 
 }  // namespace
