@@ -1,6 +1,11 @@
 #include "frame/analysis_dialogs.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <filesystem>
+
+#include <fmt/format.h>
 
 #include "lang/utf8.h"
 #include "numeric/stat_tables.h"
@@ -302,6 +307,15 @@ RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, const AnalysisRegis
   if (analysis == analyses.end()) {
     tell(std::string(UnderConstruction(ws.language)));
     return RunResult::NotBuilt;
+  }
+  // The report file must be writable before anything is touched.
+  const std::string report = LastReportPath(ws.programFolder, format);
+  if (std::filesystem::exists(report) &&
+      (std::filesystem::is_directory(report) || ::access(report.c_str(), W_OK) != 0)) {
+    tell(fmt::format("{}{}{}", ws.Text("File ", "A "), report,
+                     ws.Text(" is open. Close it before performing an analysis in Tarvika",
+                             " nevű fájl nyitva van. Zárja be, mielőtt Tarvika elemzéseket végez!")));
+    return RunResult::Refused;
   }
   PreparedRun run = PrepareRun(ws, dialog);
   if (!run.ok()) {

@@ -1,9 +1,8 @@
 #include "ui/single_sample_form.h"
 
-#include <QCoreApplication>
-
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -18,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include "analyses/built_analyses.h"
+#include "lang/help_files.h"
 #include "ui/qt_text.h"
 #include "workspace/workspace.h"
 
@@ -82,6 +82,8 @@ TKijelolForm::TKijelolForm(Workspace& ws, QWidget* parent)
     : QDialog(parent), ws_(ws), dialog_(DialogKind::SingleSample) {
   commandLabel_ = new QLabel(this);
   commandBox_ = new QComboBox(this);
+  commandHint_ = new QLabel(this);
+  commandHint_->setWordWrap(true);
   sourceLabel_ = new QLabel(this);
   sourceList_ = new QListWidget(this);
   sourceList_->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -146,6 +148,7 @@ TKijelolForm::TKijelolForm(Workspace& ws, QWidget* parent)
 
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(top);
+  layout->addWidget(commandHint_);
   layout->addLayout(lists, 1);
   layout->addWidget(parameterBox_);
   layout->addLayout(buttons);
@@ -312,6 +315,7 @@ void TKijelolForm::ApplyLanguage(const LanguageTexts* texts) {
     pair->findChild<QRadioButton*>("ordinary")->setText(TagCaption(texts, kOrdinaryTag, "1"));
     pair->findChild<QRadioButton*>("tscale")->setText(TagCaption(texts, kTScaleTag, "2"));
   }
+  commandHints_ = LoadCommandHints(ws_.programFolder, lang);
   // The command list from its two item lists, keeping the chosen command.
   filling_ = true;
   commandBox_->clear();
@@ -321,6 +325,11 @@ void TKijelolForm::ApplyLanguage(const LanguageTexts* texts) {
   }
   filling_ = false;
   ShowPanels();
+}
+
+QString TKijelolForm::CommandHint() const {
+  auto it = commandHints_.find(dialog_.commandCode);
+  return it == commandHints_.end() ? QString() : ToQt(it->second);
 }
 
 void TKijelolForm::SetCommand(int code) {
@@ -336,6 +345,7 @@ void TKijelolForm::ShowPanels() {
   if (at != order.end()) commandBox_->setCurrentIndex(static_cast<int>(at - order.begin()));
   filling_ = false;
   ShowRows();
+  commandHint_->setText(CommandHint());
   commonHypothetical_->setVisible(code == 14);
   FillLists();
 }

@@ -38,6 +38,8 @@ class TKijelolForm : public QDialog {
   void Reset();
   // The run button.
   RunResult Run();
+  // The explanation of the chosen command ("help/alaps.inf" of the language folder).
+  QString CommandHint() const;
 
   void SetCommand(int code);
   // Moves names from the source list into the selected list, or back.
@@ -81,6 +83,8 @@ class TKijelolForm : public QDialog {
 
   QLabel* commandLabel_;
   QComboBox* commandBox_;
+  QLabel* commandHint_;
+  std::map<int, std::string> commandHints_;
   QLabel* sourceLabel_;
   QListWidget* sourceList_;
   QLabel* selectedLabel_;

@@ -173,6 +173,16 @@ TEST(AnalysisDialogs, RunDispatchesOrAnswersUnderConstruction) {
   d.selected.clear();
   EXPECT_EQ(RunAnalysis(m.ws, d, registry, ReportFormat::Text), RunResult::Refused);
   EXPECT_EQ(m.user.told.back(), "Legalább egy változót ki kell választania!");
+
+  // A report file that can't be written stops the run before anything changes. (Tests run
+  // as root, who may write anything: the file is made a folder instead.)
+  d.selected = {"a"};
+  std::filesystem::path report = m.programFolder / "output" / "zuli_akt.txt";
+  std::filesystem::create_directories(report);
+  EXPECT_EQ(RunAnalysis(m.ws, d, registry, ReportFormat::Text), RunResult::Refused);
+  EXPECT_EQ(m.user.told.back(),
+            "A " + report.string() + " nevű fájl nyitva van. Zárja be, mielőtt Tarvika elemzéseket végez!");
+  EXPECT_EQ(calls, 1);
 }
 
 }  // namespace

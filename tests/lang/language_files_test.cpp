@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "lang/help_files.h"
 #include "lang/language_files.h"
 
 namespace tarvika {
@@ -17,6 +18,15 @@ TEST(LanguageFiles, HintsRoundTripThroughTheStarForm) {
   EXPECT_EQ(texts.HintOf(1)->longHint, "Reads a\r\nproject file");
   EXPECT_EQ(texts.HintOf(2), nullptr);
   EXPECT_FALSE(LanguageTexts::Load("/nonexistent", Language::English));
+}
+
+TEST(HelpFiles, EveryOfferedSingleSampleCommandHasItsExplanationInBothLanguages) {
+  for (Language lang : {Language::English, Language::Hungarian}) {
+    std::map<int, std::string> hints = LoadCommandHints(TARVIKA_SOURCE_DIR "/data", lang);
+    for (int code : {11, 12, 13, 14, 15}) EXPECT_FALSE(hints[code].empty()) << code;
+  }
+  EXPECT_EQ(LoadCommandHints(TARVIKA_SOURCE_DIR "/data", Language::English)[11].substr(0, 24), "Number of valid cases, m");
+  EXPECT_TRUE(LoadCommandHints("/nonexistent", Language::English).empty());
 }
 
 }  // namespace
