@@ -1,5 +1,7 @@
 #include "cli_context.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <iostream>
 
@@ -21,9 +23,23 @@ std::string ExecutableFolder() {
   return exe.parent_path().string();
 }
 
-Workspace MakeWorkspace(CliContext& context) {
-  Workspace ws(context.user, context.language, DecimalSeparatorFromLocale());
+void ShowProgressOnStderr(CliContext& context, Workspace& ws) {
+  bool terminal = ::isatty(STDERR_FILENO) != 0;
+  if (!terminal && !context.progress) return;
+  // On a terminal one line is rewritten in place; elsewhere each message is a line.
+  ws.hooks.progress = [terminal](std::string_view text, std::string_view) {
+    if (terminal) {
+      std::cerr << '\r' << text << "\033[K" << std::flush;
+    } else if (!text.empty()) {
+      std::cerr << text << '\n';
+    }
+  };
+}
+
+Workspace MakeWorkspace(CliContext& context, std::optional<Language> language) {
+  Workspace ws(context.user, language.value_or(context.language), DecimalSeparatorFromLocale());
   ws.programFolder = context.ProgramFolder();
+  ShowProgressOnStderr(context, ws);
   return ws;
 }
 

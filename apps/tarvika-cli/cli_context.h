@@ -4,10 +4,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <optional>
 #include <string>
 
-#include "workspace/user_channel.h"
 #include "lang/language.h"
+#include "workspace/user_channel.h"
 #include "workspace/workspace.h"
 
 namespace tarvika::cli {
@@ -29,6 +30,7 @@ struct CliContext {
   std::string programDir;  // the executable's folder unless --program-dir is given
   StderrChannel user;
   Language language = Language::English;  // --lang hu for Hungarian
+  bool progress = false;  // --progress: progress lines on standard error even when it is no terminal
   int exitCode = 0;  // set by the command that ran
 
   std::string ProgramFolder() const { return programDir.empty() ? ExecutableFolder() : programDir; }
@@ -41,8 +43,10 @@ void RegisterInfo(CLI::App& app, CliContext& context);
 void RegisterResave(CLI::App& app, CliContext& context);
 void RegisterSettingsCommands(CLI::App& app, CliContext& context);
 
-// A fresh workspace of the session: its language, the machine's decimal separator, the
-// program folder, and the person on standard error.
-Workspace MakeWorkspace(CliContext& context);
+// A fresh workspace of the session: its language (or the one given), the machine's decimal
+// separator, the program folder, the person on standard error, and progress on standard
+// error for long work (a line rewritten in place on a terminal).
+Workspace MakeWorkspace(CliContext& context, std::optional<Language> language = std::nullopt);
+void ShowProgressOnStderr(CliContext& context, Workspace& ws);
 
 }  // namespace tarvika::cli

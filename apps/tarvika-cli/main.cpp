@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
   CLI::App app{"Tarvika 2.0, headless: statistics for the social and behavioural sciences"};
   app.require_subcommand(1);
   app.add_option("--program-dir", context.programDir, "The program folder (default: the executable's folder)");
+  app.add_flag("--progress", context.progress, "Progress lines on standard error even when it is no terminal");
   app.add_option("--lang", context.language, "Session language: en or hu (default en)")
       ->transform(CLI::CheckedTransformer(std::map<std::string, tarvika::Language>{
           {"en", tarvika::Language::English}, {"hu", tarvika::Language::Hungarian}}));

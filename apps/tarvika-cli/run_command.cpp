@@ -93,8 +93,7 @@ int Run(CliContext& context, const RunOptions& o) {
     if (!ok) return InputError(error);
   }
 
-  Workspace ws(context.user, language, DecimalSeparatorFromLocale());
-  ws.programFolder = programFolder;
+  Workspace ws = MakeWorkspace(context, language);
   std::size_t toldBefore = context.user.told.size();
   LoadResult loaded = LoadProject(ws, o.project);
   if (loaded != LoadResult::Loaded) {

@@ -30,6 +30,7 @@ struct DefaultVariableOptions {
 
 // A session started in the program folder, as the desktop program starts it.
 bool Start(CliContext& context, Session& session) {
+  ShowProgressOnStderr(context, session.ws);
   StartOptions options;
   options.programFolder = context.ProgramFolder();
   return session.StartUp(options) == StartResult::Ready;

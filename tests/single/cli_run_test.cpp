@@ -189,6 +189,13 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
 
 namespace {
 
+TEST_F(CliRun, LongWorkShowsItsProgressOnStandardError) {
+  Result r = Cli("--progress info " + Survey());
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.err.find(". . . loading (237 case)\n"), std::string::npos) << r.err;
+  EXPECT_EQ(Cli("info " + Survey()).err, "");  // not a terminal: quiet unless asked
+}
+
 TEST_F(CliRun, SettingsAndTheDefaultVariableAreChangedAsTheMenusChangeThem) {
   fs::create_directories(folder_ / "stattab");
   Result r = Cli("settings --language en --font-size 12");
