@@ -50,20 +50,19 @@ bool DataFeed::IsMissingCode(int variable, double x) const {
   return IsMissingByCodes(missing_[variable], x);
 }
 
+bool DataFeed::ReadPosition(int row, int i, double& value) const {
+  std::string_view text = ws_.data.GetCell(columns_[i], row);
+  value = 0;
+  if (text.empty()) return true;
+  auto x = ParsePlainDecimal(text, separator_);
+  if (!x) x = ParseEitherSeparator(text, separator_);
+  if (!x) return true;
+  value = *x;
+  return codesAt_[i].count != 0 && IsMissingByCodes(codesAt_[i], *x);
+}
+
 void DataFeed::ReadRow(int row, int count, std::vector<double>& values, std::vector<std::uint8_t>& missings) const {
-  for (int i = 1; i <= count; ++i) {
-    const int v = columns_[i];
-    std::string_view text = ws_.data.GetCell(v, row);
-    values[i] = 0;
-    missings[i] = 1;
-    if (text.empty()) continue;
-    auto x = ParsePlainDecimal(text, separator_);
-    if (!x) x = ParseEitherSeparator(text, separator_);
-    if (x) {
-      values[i] = *x;
-      missings[i] = codesAt_[i].count != 0 && IsMissingByCodes(codesAt_[i], *x);
-    }
-  }
+  for (int i = 1; i <= count; ++i) missings[i] = ReadPosition(row, i, values[i]);
 }
 
 void DataFeed::ReadValue(int row, int variable, double& value, bool& missing) const {

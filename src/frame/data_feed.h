@@ -30,6 +30,8 @@ class DataFeed {
   // empty cell, a text that reads as a number with neither separator, and a declared
   // missing code are missing (value 0 for the first two).
   void ReadRow(int row, int count, std::vector<double>& values, std::vector<std::uint8_t>& missings) const;
+  // Position i of the feed in one case, read as ReadRow reads it; true when it is missing.
+  bool ReadPosition(int row, int i, double& value) const;
 
   // One cell. Unlike ReadRow, a text that isn't a number reads as the valid value 0, so
   // that foreign text in a grouping variable falls into the group of code 0. An empty cell

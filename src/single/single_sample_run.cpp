@@ -166,10 +166,10 @@ void SingleSampleRunner::ReadGroup(int group) {
   for (int row = 1; row <= cases; ++row) {
     if (row % kProgressStep == 0) ws.ShowProgress(fmt::format("{}{}", c_.T("Case: ", "Eset: "), row), kSingleWindow);
     if (c_.conditional > 0) {
+      // The conditional cell is the last column of the row: foreign text there is missing
+      // here, though the group sizes (read cell by cell) count it as the code 0.
       double code;
-      bool missing;
-      c_.feed->ReadValue(row, c_.conditional, code, missing);
-      if (missing || FindMergedGroup(c_.groups, code) != group) continue;
+      if (c_.feed->ReadPosition(row, c_.index.conditional, code) || FindMergedGroup(c_.groups, code) != group) continue;
     }
     c_.groupRows.push_back(row);
     c_.feed->ReadRow(row, k, values, missings);

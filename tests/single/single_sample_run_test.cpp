@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -111,6 +112,22 @@ INSTANTIATE_TEST_SUITE_P(
       }
       return name;
     });
+
+// The group sizes come from the single-cell reader, where foreign text is the valid code 0;
+// the data pass reads the conditional cell with the row, where the same text is missing.
+// So the size of group "zero" counts the foreign text, its table doesn't.
+TEST(SingleSampleRun, TheDataPassReadsTheConditionalCellWithTheRow) {
+  MemoryWorkspace m({{"c", "", "0=zero;/1=one;/", "codes"}, {"x"}},
+                    {{"0", "10"}, {"abc", "20"}, {"1", "30"}, {"1", "50"}}, Language::English, '.', "passes");
+  PreparedRun run = Prepare(m.ws, 11, {"x"}, "c");
+  ASSERT_TRUE(run.ok()) << run.error;
+  ASSERT_TRUE(SingleSampleRun(m.ws, run.request, ReportFormat::Text));
+  std::vector<std::string> lines = CrLfLines(m.Output("zuli_akt.txt"));
+  auto at = std::find(lines.begin(), lines.end(), "GROUP INDEX: 1.  Group name: zero");
+  ASSERT_GE(std::distance(at, lines.end()), 7);
+  EXPECT_EQ(at[3], "Cases in current group:     2");
+  EXPECT_TRUE(at[6].starts_with("  2. \tx                      \t1\t10.00\t")) << at[6];
+}
 
 TEST(SingleSampleRun, RefusesAnEmptyOrUnknownSelectionAndTouchesNothing) {
   MemoryWorkspace m = SmallProject(Language::English, "refuse");
