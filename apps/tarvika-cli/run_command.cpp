@@ -103,6 +103,8 @@ int Run(CliContext& context, const RunOptions& o) {
     return kInputError;
   }
   ValidateDeclarations(ws);
+  // Opening the dialog checks the names again; a dialog with duplicate names closes at once.
+  if (!OpenDialog(ws, dialog)) return kInputError;
 
   ReportFormat format = o.format == "html" ? ReportFormat::Html : ReportFormat::Text;
   const int variablesBefore = ws.NumberOfVariables();

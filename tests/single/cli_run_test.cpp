@@ -151,6 +151,12 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
     std::string message;
   };
   std::ofstream(folder_ / "bad.msw") << "hello\r\n";
+  {
+    // Two short names that differ only in case: the dialog closes on opening.
+    std::string project = Read(Survey());
+    project.replace(project.find("<name>=Wr.Hnd;"), 14, "<name>=SEX;");
+    std::ofstream(folder_ / "twice.msw", std::ios::binary) << project;
+  }
   std::vector<Bad> cases = {
       {"run " + Survey() + " --command 11 --lang en", "At least one variable has to be selected."},
       {"run " + Survey() + " --command 11 --vars Pulse,Weight --lang en", "Unknown variable: Weight"},
@@ -172,6 +178,8 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
       {"run " + (folder_ / "none.msw").string() + " --command 11 --vars Pulse --lang en", ""},
       {"run " + (folder_ / "bad.msw").string() + " --command 11 --vars Pulse --lang en",
        "This is an invalid Tarvika file"},
+      {"run " + (folder_ / "twice.msw").string() + " --command 11 --vars Pulse --lang en",
+       "Error: identical variable names!"},
       {"run " + Survey() + " --command 11 --vars Pulse --lang de", "--lang"},
       {"run " + Survey() + " --vars Pulse", "--command"},
   };
