@@ -62,16 +62,12 @@ std::string CompleteReportPath(const std::string& programFolder) {
 
 std::string RatioText(Language lang, int width, int decimals, double guard, double numerator, double denominator,
                       bool padToWidth) {
-  auto framed = [&](std::string s) {
-    if (padToWidth && static_cast<int>(Utf8Length(s)) < width) s.insert(0, width - Utf8Length(s), ' ');
-    return s;
-  };
   if (std::fabs(numerator) < 1e-05) numerator = 0;
-  if (std::fabs(denominator) < 1e-08) return framed("......");
+  if (std::fabs(denominator) < 1e-08) return "......";
   double value = numerator / denominator;
-  if (decimals < 0 && guard < 0) return framed("......");
+  if (decimals < 0 && guard < 0) return "......";
   double a = std::fabs(value);
-  if (width > 2 && a >= std::pow(10.0, width)) return framed(std::string(Pick(lang, "TooBig", "TúlNagy")));
+  if (width > 2 && a >= std::pow(10.0, width)) return std::string(Pick(lang, "TooBig", "TúlNagy"));
   int d;
   if (decimals > 0 && decimals < 8) {
     d = decimals;
@@ -83,7 +79,9 @@ std::string RatioText(Language lang, int width, int decimals, double guard, doub
   std::string s = FormatFixed(value, d);
   // A value that rounds to zero prints without a sign.
   if (s.front() == '-' && s.find_first_not_of("-0.") == std::string::npos) s.erase(0, 1);
-  return framed(std::move(s));
+  // Only a printed number fills the width; the empty cell and "TooBig" are written as they are.
+  if (padToWidth && static_cast<int>(s.size()) < width) s.insert(0, width - s.size(), ' ');
+  return s;
 }
 
 std::string PadName(std::string_view s) { return PadRight(s, 24); }

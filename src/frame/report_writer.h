@@ -31,8 +31,8 @@ std::string CompleteReportPath(const std::string& programFolder);
 std::string EscapeHtml(std::string_view s);
 
 // The text of a number cell without its frame (the tab or the <TD>): divides, guards and
-// prints with a dot. `width` pads on the left when padToWidth is set (html mode). See
-// WriteRatio for the meaning of the arguments.
+// prints with a dot. `width` pads a printed number (not "......" or "TooBig") on the left
+// when padToWidth is set (html mode). See WriteRatio for the meaning of the arguments.
 std::string RatioText(Language lang, int width, int decimals, double guard, double numerator, double denominator,
                       bool padToWidth = false);
 

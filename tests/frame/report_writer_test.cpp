@@ -85,6 +85,8 @@ TEST(ReportWriter, HtmlReportHasItsHeadCellsAndClosingTags) {
   report.BeginTable();
   report.FirstCell("Index");
   report.WriteRatio(7, 2, 1, 1, 0);
+  report.WriteRatio(7, 2, 1, 123456789, 1);
+  report.WriteRatio(7, 2, 1, 1, 4);
   report.EndRow();
   report.EndTable();
   report.CloseReport();
@@ -95,7 +97,9 @@ TEST(ReportWriter, HtmlReportHasItsHeadCellsAndClosingTags) {
                                        "x &lt; y<BR>",
                                        "<TABLE BORDER>",
                                        "<TR><TD>Index</TD>",
-                                       "<TD> ......</TD>",
+                                       "<TD>......</TD>",  // only a number fills the width
+                                       "<TD>TúlNagy</TD>",
+                                       "<TD>   0.25</TD>",
                                        "</TR>",
                                        "</TABLE>",
                                        "</BODY></HTML>"};
