@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "lang/utf8.h"
 #include "numeric/probability.h"
@@ -18,9 +19,10 @@ namespace {
 constexpr int kBarWidth = 45;
 
 // The bar of a frequency: the frequency itself while the largest is at most 45, else
-// scaled so that the largest is 45.
+// trunc(45/largest*frequency), taken in whole numbers so that the largest row gets 45
+// exactly (45.0/78*78 is just below 45 in floating point).
 int BarLength(int frequency, int largest) {
-  return largest <= kBarWidth ? frequency : static_cast<int>(static_cast<double>(kBarWidth) / largest * frequency);
+  return largest <= kBarWidth ? frequency : static_cast<int>(std::int64_t{kBarWidth} * frequency / largest);
 }
 
 // The decimals of the value column: the most significant decimals of any value printed
