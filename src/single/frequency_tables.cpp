@@ -217,15 +217,15 @@ void FrequencyRun::GroupFrequencyTable(int i) {
   }
   r_.EndTable();
   r_.Line(std::string(37, '-'));
+  // The summary rows give the share of all valid cases first, and the total then "100".
   r_.BeginTable();
   r_.FirstCell(c_.T("Total:                ", "Összesen:             "));
   r_.Cell(std::to_string(total));
-  r_.Cell("100");
   r_.Cell(Percent(total, valid));
+  r_.Cell("100");
   r_.EndRow();
   r_.FirstCell(c_.T("Outside groups:", "Csoportokon kívül:"));
   r_.Cell(std::to_string(valid - total));
-  r_.Cell("");
   r_.Cell(Percent(valid - total, valid));
   r_.EndRow();
   r_.FirstCell(c_.T("Total:          ", "Összesen:       "));
