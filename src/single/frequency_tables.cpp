@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "lang/utf8.h"
 #include "numeric/probability.h"
@@ -18,9 +19,10 @@ namespace {
 constexpr int kBarWidth = 45;
 
 // The bar of a frequency: the frequency itself while the largest is at most 45, else
-// scaled so that the largest is 45.
+// trunc(45/largest*frequency), taken in whole numbers so that the largest row gets 45
+// exactly (45.0/78*78 is just below 45 in floating point).
 int BarLength(int frequency, int largest) {
-  return largest <= kBarWidth ? frequency : static_cast<int>(static_cast<double>(kBarWidth) / largest * frequency);
+  return largest <= kBarWidth ? frequency : static_cast<int>(std::int64_t{kBarWidth} * frequency / largest);
 }
 
 // The decimals of the value column: the most significant decimals of any value printed
@@ -215,15 +217,15 @@ void FrequencyRun::GroupFrequencyTable(int i) {
   }
   r_.EndTable();
   r_.Line(std::string(37, '-'));
+  // The summary rows give the share of all valid cases first, and the total then "100".
   r_.BeginTable();
   r_.FirstCell(c_.T("Total:                ", "Összesen:             "));
   r_.Cell(std::to_string(total));
-  r_.Cell("100");
   r_.Cell(Percent(total, valid));
+  r_.Cell("100");
   r_.EndRow();
   r_.FirstCell(c_.T("Outside groups:", "Csoportokon kívül:"));
   r_.Cell(std::to_string(valid - total));
-  r_.Cell("");
   r_.Cell(Percent(valid - total, valid));
   r_.EndRow();
   r_.FirstCell(c_.T("Total:          ", "Összesen:       "));

@@ -65,8 +65,8 @@ struct SingleSampleContext {
   template <typename F>
   void ForEachValue(int i, F f) const;
 
-  // The heading of a variable's block: a blank line and "VARIABLE: " name (in Hungarian a
-  // tab before "VÁLTOZÓ: "), with the long name when it is longer.
+  // The heading of a variable's block: a blank line and "VARIABLE: " name (in Hungarian no
+  // blank line but a tab before "VÁLTOZÓ: "), with the long name when it is longer.
   void WriteVariableHeading(int i);
   // The critical F for numerator df 1 and the df at the dialog's confidence (90, 95, 99).
   double CriticalF(int df) const;

@@ -18,7 +18,8 @@ SingleSampleContext::SingleSampleContext(Workspace& w, const AnalysisRequest& r,
 void SingleSampleContext::WriteVariableHeading(int i) {
   std::string name = Name(i);
   if (Utf8Length(LongName(i)) > Utf8Length(name)) name += " (" + LongName(i) + ")";
-  report.BlankLine();
+  // The English heading opens with a line break, the Hungarian one with a tab in its place.
+  if (English()) report.BlankLine();
   report.Line((English() ? "VARIABLE: " : "\tVÁLTOZÓ: ") + name);
 }
 

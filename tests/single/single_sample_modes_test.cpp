@@ -110,6 +110,11 @@ TEST(SingleSampleModes, TheBarIsTheFrequencyUpTo45ThenScaled) {
   EXPECT_TRUE(Has(lines, "1\t46\t66.7\t66.7\t|" + std::string(45, '=')));
   EXPECT_FALSE(Has(lines, std::string(46, '=')));
   EXPECT_TRUE(Has(lines, "2\t23\t33.3\t100.0\t|" + std::string(22, '=')));  // trunc(45/46*23)
+  // 45/78*78 falls just short of 45 in floating point; the largest row still gets the full bar.
+  Project rounding({Repeat({{"1", 78}, {"2", 3}})});
+  lines = rounding.Run(13, {"x"}, {"scaleType:x=discrete"});
+  EXPECT_TRUE(Has(lines, "1\t78\t96.3\t96.3\t|" + std::string(45, '=')));
+  EXPECT_TRUE(Has(lines, "2\t3\t3.7\t100.0\t|=")) << lines.back();
 }
 
 TEST(SingleSampleModes, BinarizationAtTwentyAndTwentyOneValues) {
