@@ -235,19 +235,22 @@ bool ChangeDefaultVariable(Workspace& ws, const TypeEditor& type, std::string_vi
     RefuseTypedGroupType(ws);
     return false;
   }
-  if (kind != GroupKind::None && !labels.empty() &&
-      !ParseLabelText(labels, kind == GroupKind::Intervals, ws.decimalSeparator)) {
-    ws.user.Tell(ws.Text("Wrong value.", "Hibás érték az adatmezők egyikében!"));
-    return false;
-  }
-  std::string oldLabels(ws.vars.GetCell(kGroupLabels, 0));
+  std::string oldLabels(ws.vars.GetCell(kGroupLabels, 0)), oldGroupType(ws.vars.GetCell(kGroupType, 0));
   ws.vars.SetCell(kGroupLabels, 0, labels);
+  // Interval labels given for codes are offered for deletion first; what is left must parse.
   if (!ChangeGroupType(ws, 0, groupType)) {
     ws.vars.SetCell(kGroupLabels, 0, oldLabels);
     return false;
   }
   // Copies: the cells are written again from these texts.
   std::string newLabels(ws.vars.GetCell(kGroupLabels, 0)), newGroupType(ws.vars.GetCell(kGroupType, 0));
+  if (kind != GroupKind::None && !newLabels.empty() &&
+      !ParseLabelText(newLabels, kind == GroupKind::Intervals, ws.decimalSeparator)) {
+    ws.vars.SetCell(kGroupLabels, 0, oldLabels);
+    ws.vars.SetCell(kGroupType, 0, oldGroupType);
+    ws.user.Tell(ws.Text("Wrong value.", "Hibás érték az adatmezők egyikében!"));
+    return false;
+  }
   return SaveDefaultVariable(ws, *typeText, newLabels, newGroupType);
 }
 
