@@ -168,6 +168,21 @@ std::string LabelEditor::Text() const {
   return out;
 }
 
+TypeEditor TypeEditor::FromType(std::string_view type) {
+  TypeEditor t;
+  std::size_t eq = type.find('=');
+  t.kind = std::string(type.substr(0, eq));
+  std::string_view value = eq == std::string_view::npos ? std::string_view() : type.substr(eq + 1);
+  if (!value.empty() && value.back() == ';') value.remove_suffix(1);
+  std::size_t cut = value.find('_');
+  if (t.kind == "num" && value != "0_0" && cut != std::string_view::npos) {
+    t.minimum = std::string(value.substr(0, cut));
+    t.maximum = std::string(value.substr(cut + 1));
+  }
+  if (t.kind == "string") t.length = static_cast<int>(ParseWholeNumber(value).value_or(0));
+  return t;
+}
+
 std::optional<std::string> TypeEditor::Build(UserChannel& user, Language lang, char separator) const {
   if (kind == "string") return fmt::format("string={};", std::max(length, 0));
   if (kind == "date" || kind == "link") return kind + "=;";

@@ -96,6 +96,9 @@ TEST(TypeEditor, BuildsEachKind) {
   EXPECT_EQ(t.Build(user, Language::English, '.'), "string=20;");
   t.kind = "date";
   EXPECT_EQ(t.Build(user, Language::English, '.'), "date=;");
+  // Started from a present type, an unchanged editor builds that type again.
+  for (const char* type : {"num=0_0;", "num=-1.5_7;", "string=12;", "string=0;", "date=;", "link=;"})
+    EXPECT_EQ(TypeEditor::FromType(type).Build(user, Language::English, '.'), type) << type;
 }
 
 TEST(GroupTypeChange, IntervalLabelsAreOfferedForDeletionWhenCodesAreChosen) {
