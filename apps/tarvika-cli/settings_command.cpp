@@ -86,11 +86,15 @@ void RegisterSettingsCommands(CLI::App& app, CliContext& context) {
                       def->count("--group-type") + def->count("--labels") >
                   0;
     if (change) {
-      TypeEditor type;
-      type.kind = d->type.empty() ? "num" : d->type;
-      type.minimum = d->minimum;
-      type.maximum = d->maximum;
-      type.length = d->length;
+      // Properties not given keep their present values.
+      TypeEditor type = TypeEditor::FromType(ws.vars.GetCell(kType, 0));
+      if (!d->type.empty() && d->type != type.kind) {
+        type = TypeEditor{};
+        type.kind = d->type;
+      }
+      if (def->count("--min")) type.minimum = d->minimum;
+      if (def->count("--max")) type.maximum = d->maximum;
+      if (def->count("--length")) type.length = d->length;
       std::string groupType = d->groupType.empty() ? std::string(ws.vars.GetCell(kGroupType, 0)) : d->groupType;
       std::string labels = def->count("--labels") ? d->labels : std::string(ws.vars.GetCell(kGroupLabels, 0));
       if (!ChangeDefaultVariable(ws, type, groupType, labels)) {

@@ -168,6 +168,21 @@ std::string LabelEditor::Text() const {
   return out;
 }
 
+TypeEditor TypeEditor::FromType(std::string_view type) {
+  TypeEditor t;
+  std::size_t eq = type.find('=');
+  t.kind = std::string(type.substr(0, eq));
+  std::string_view value = eq == std::string_view::npos ? std::string_view() : type.substr(eq + 1);
+  if (!value.empty() && value.back() == ';') value.remove_suffix(1);
+  std::size_t cut = value.find('_');
+  if (t.kind == "num" && value != "0_0" && cut != std::string_view::npos) {
+    t.minimum = std::string(value.substr(0, cut));
+    t.maximum = std::string(value.substr(cut + 1));
+  }
+  if (t.kind == "string") t.length = static_cast<int>(ParseWholeNumber(value).value_or(0));
+  return t;
+}
+
 std::optional<std::string> TypeEditor::Build(UserChannel& user, Language lang, char separator) const {
   if (kind == "string") return fmt::format("string={};", std::max(length, 0));
   if (kind == "date" || kind == "link") return kind + "=;";
@@ -235,19 +250,22 @@ bool ChangeDefaultVariable(Workspace& ws, const TypeEditor& type, std::string_vi
     RefuseTypedGroupType(ws);
     return false;
   }
-  if (kind != GroupKind::None && !labels.empty() &&
-      !ParseLabelText(labels, kind == GroupKind::Intervals, ws.decimalSeparator)) {
-    ws.user.Tell(ws.Text("Wrong value.", "Hibás érték az adatmezők egyikében!"));
-    return false;
-  }
-  std::string oldLabels(ws.vars.GetCell(kGroupLabels, 0));
+  std::string oldLabels(ws.vars.GetCell(kGroupLabels, 0)), oldGroupType(ws.vars.GetCell(kGroupType, 0));
   ws.vars.SetCell(kGroupLabels, 0, labels);
+  // Interval labels given for codes are offered for deletion first; what is left must parse.
   if (!ChangeGroupType(ws, 0, groupType)) {
     ws.vars.SetCell(kGroupLabels, 0, oldLabels);
     return false;
   }
   // Copies: the cells are written again from these texts.
   std::string newLabels(ws.vars.GetCell(kGroupLabels, 0)), newGroupType(ws.vars.GetCell(kGroupType, 0));
+  if (kind != GroupKind::None && !newLabels.empty() &&
+      !ParseLabelText(newLabels, kind == GroupKind::Intervals, ws.decimalSeparator)) {
+    ws.vars.SetCell(kGroupLabels, 0, oldLabels);
+    ws.vars.SetCell(kGroupType, 0, oldGroupType);
+    ws.user.Tell(ws.Text("Wrong value.", "Hibás érték az adatmezők egyikében!"));
+    return false;
+  }
   return SaveDefaultVariable(ws, *typeText, newLabels, newGroupType);
 }
 

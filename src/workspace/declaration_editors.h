@@ -63,6 +63,9 @@ struct TypeEditor {
   std::string minimum, maximum;  // for "num"; both empty: no range
   int length = 0;                // for "string"
 
+  // The editor set to a present Type cell: "num=lo_hi;" (no range for "0_0"), "string=n;", ...
+  static TypeEditor FromType(std::string_view type);
+
   std::optional<std::string> Build(UserChannel& user, Language lang, char separator) const;
 };
 

@@ -35,7 +35,8 @@ std::optional<std::string> ReadRPathFile(const std::string& programFolder, Progr
     std::string key = KeyOf(line);
     std::string value(ValueOf(line));
     if (key == "R_prog_path") settings.rProgramPath = value;
-    if (key == "font_size") {
+    // An empty size (the line a language change writes when none was set) gives none.
+    if (key == "font_size" && !value.empty()) {
       auto size = ParseWholeNumber(value);
       if (!size || *size <= 0 || *size > 1000) {
         return "r_path.cfg: font_size=" + value + " is not a positive whole number.";

@@ -22,8 +22,9 @@ inline constexpr const char* kRPathFile = "r_path.cfg";
 
 // Reads "Tarvika.cfg"; a missing file leaves the defaults (Hungarian).
 void ReadConfig(const std::string& programFolder, ProgramSettings& settings);
-// Reads "r_path.cfg". A "font_size" that is no whole number is an error: the message is
-// returned and the settings keep what was read before that line.
+// Reads "r_path.cfg". A "font_size" that is no whole number is an error (an empty one means
+// that none was set): the message is returned and the settings keep what was read before
+// that line.
 std::optional<std::string> ReadRPathFile(const std::string& programFolder, ProgramSettings& settings);
 
 bool WriteConfig(const std::string& programFolder, const ProgramSettings& settings);

@@ -221,6 +221,9 @@ TEST_F(CliRun, SettingsAndTheDefaultVariableAreChangedAsTheMenusChangeThem) {
   EXPECT_EQ(r.status, 2);
   EXPECT_NE(r.err.find("Maximal value must be greater then minimal value."), std::string::npos);
   EXPECT_EQ(Read(folder_ / "default.var"), "num=1_7;\r\n1=low;/7=high;/\r\ncodes\r\n");  // unchanged
+  r = Cli("default-variable --group-type none --labels ''");  // the type stays
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(Read(folder_ / "default.var"), "num=1_7;\r\n\r\nnone\r\n");
 }
 
 }  // namespace

@@ -96,6 +96,9 @@ TEST(TypeEditor, BuildsEachKind) {
   EXPECT_EQ(t.Build(user, Language::English, '.'), "string=20;");
   t.kind = "date";
   EXPECT_EQ(t.Build(user, Language::English, '.'), "date=;");
+  // Started from a present type, an unchanged editor builds that type again.
+  for (const char* type : {"num=0_0;", "num=-1.5_7;", "string=12;", "string=0;", "date=;", "link=;"})
+    EXPECT_EQ(TypeEditor::FromType(type).Build(user, Language::English, '.'), type) << type;
 }
 
 TEST(GroupTypeChange, IntervalLabelsAreOfferedForDeletionWhenCodesAreChosen) {
@@ -139,11 +142,24 @@ TEST(DefaultVariable, AChangeGoesToRowZeroAndTheFileAtOnce) {
   std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   EXPECT_EQ(bytes, "num=1_5;\r\n1=no;/5=yes;/\r\ncodes\r\n");
 
-  // Refusals change nothing: labels that aren't codes, a word not from the list.
+  // Refusals change nothing: interval labels kept for codes, labels that don't parse, a
+  // word not from the list.
+  user.QueueAnswer(Answer::No);
   EXPECT_FALSE(ChangeDefaultVariable(ws, type, "codes", "1_2=x;/"));
+  EXPECT_EQ(user.asked.back(),
+            "Value labels below are not OK for a coded variable:\r\n1_2=x;\r\nDo you want to delete this list?");
+  EXPECT_EQ(user.told.back(), "The changes are cancelled.");
+  EXPECT_FALSE(ChangeDefaultVariable(ws, type, "codes", "x=a;/"));
   EXPECT_EQ(user.told.back(), "Wrong value.");
   EXPECT_FALSE(ChangeDefaultVariable(ws, type, "sometimes", ""));
   EXPECT_EQ(ws.vars.GetCell(kGroupLabels, 0), "1=no;/5=yes;/");
+  EXPECT_EQ(ws.vars.GetCell(kGroupType, 0), "codes");
+  // Interval labels of the default variable offered for deletion when codes are chosen.
+  ASSERT_TRUE(ChangeDefaultVariable(ws, type, "intervals", "0_10=low;/"));
+  user.QueueAnswer(Answer::Yes);
+  ASSERT_TRUE(ChangeDefaultVariable(ws, type, "codes", "0_10=low;/"));
+  EXPECT_EQ(ws.vars.GetCell(kGroupLabels, 0), "");
+  EXPECT_EQ(ws.vars.GetCell(kGroupType, 0), "codes");
   // To "none" with labels left: the question; a yes deletes them.
   user.QueueAnswer(Answer::Yes);
   ASSERT_TRUE(ChangeDefaultVariable(ws, TypeEditor{}, "none", "1=no;/5=yes;/"));

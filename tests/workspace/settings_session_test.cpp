@@ -118,6 +118,19 @@ TEST_F(ProgramFolder, SettingsFilesAreReadAndRewrittenByTheLanguageAndFontComman
   Session bad(other);
   EXPECT_EQ(bad.StartUp(Options()), StartResult::BadSettings);
   EXPECT_EQ(other.told.back(), "r_path.cfg: font_size=big is not a positive whole number.");
+  {
+    // A language change without a font size leaves "font_size=;", which the next start reads
+    // as no size given.
+    fs::remove(root / "r_path.cfg");
+    ScriptedChannel user;
+    Session s(user);
+    ASSERT_EQ(s.StartUp(Options()), StartResult::Ready);
+    s.ChangeLanguage();
+    EXPECT_EQ(ReadFile(root / "r_path.cfg"), "font_size=;\r\nR_prog_path=;\r\n");
+    Session again(user);
+    ASSERT_EQ(again.StartUp(Options()), StartResult::Ready);
+    EXPECT_FALSE(again.settings.fontSize);
+  }
 }
 
 TEST_F(ProgramFolder, OnlyOneDesktopInstanceRuns) {
