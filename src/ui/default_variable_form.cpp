@@ -10,7 +10,6 @@
 
 #include "ui/qt_text.h"
 #include "workspace/declaration_editors.h"
-#include "workspace/numbers.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -64,17 +63,12 @@ DefaultVariableForm::DefaultVariableForm(Workspace& ws, const LanguageTexts* tex
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(type_, &QComboBox::currentIndexChanged, this, &DefaultVariableForm::ShowKind);
 
-  // The present default variable: "num=lo_hi;" (no range for 0_0), "string=n;", ...
-  std::string type(ws.vars.GetCell(kType, 0));
-  std::string kind = type.substr(0, type.find('='));
-  type_->setCurrentText(ToQt(kind));
-  std::string value = type.substr(type.find('=') + 1);
-  if (!value.empty() && value.back() == ';') value.pop_back();
-  if (kind == "num" && value != "0_0" && value.find('_') != std::string::npos) {
-    minimum_->setText(ToQt(value.substr(0, value.find('_'))));
-    maximum_->setText(ToQt(value.substr(value.find('_') + 1)));
-  }
-  if (kind == "string") length_->setValue(static_cast<int>(ParseWholeNumber(value).value_or(0)));
+  // The present default variable.
+  TypeEditor present = TypeEditor::FromType(ws.vars.GetCell(kType, 0));
+  type_->setCurrentText(ToQt(present.kind));
+  minimum_->setText(ToQt(present.minimum));
+  maximum_->setText(ToQt(present.maximum));
+  length_->setValue(present.length);
   GroupKind group = GroupKindOf(ws.vars.GetCell(kGroupType, 0));
   groupType_->setCurrentIndex(group == GroupKind::Codes ? 1 : group == GroupKind::Intervals ? 2 : 0);
   labels_->setText(ToQt(ws.vars.GetCell(kGroupLabels, 0)));
