@@ -1,8 +1,6 @@
 #include "lang/help_files.h"
 
 #include <charconv>
-#include <filesystem>
-#include <fstream>
 
 #include "lang/language_files.h"
 
@@ -10,11 +8,9 @@ namespace tarvika {
 
 std::map<int, std::string> LoadCommandHints(const std::string& programFolder, Language lang) {
   std::map<int, std::string> hints;
-  std::ifstream in(std::filesystem::path(programFolder) / "language" / std::string(LanguageFileStem(lang)) / "help" /
-                   "alaps.inf");
-  std::string line;
-  while (std::getline(in, line)) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
+  auto lines = ReadUtf8Lines(LanguageBase(programFolder, lang) + "/help/alaps.inf");
+  if (!lines) return hints;
+  for (const std::string& line : *lines) {
     std::size_t eq = line.find('=');
     int code = 0;
     if (eq == std::string::npos || std::from_chars(line.data(), line.data() + eq, code).ec != std::errc()) continue;

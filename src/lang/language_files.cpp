@@ -5,9 +5,7 @@
 #include <sstream>
 
 namespace tarvika {
-namespace {
-
-std::optional<std::vector<std::string>> ReadLines(const std::filesystem::path& path) {
+std::optional<std::vector<std::string>> ReadUtf8Lines(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) return std::nullopt;
   std::vector<std::string> lines;
@@ -19,15 +17,17 @@ std::optional<std::vector<std::string>> ReadLines(const std::filesystem::path& p
   return lines;
 }
 
-}  // namespace
-
 std::string_view LanguageFileStem(Language lang) { return Pick(lang, "angol", "magyar"); }
 
+std::string LanguageBase(const std::string& programFolder, Language lang) {
+  return (std::filesystem::path(programFolder) / "language" / std::string(LanguageFileStem(lang))).string();
+}
+
 std::optional<LanguageTexts> LanguageTexts::Load(const std::string& programFolder, Language lang) {
-  std::filesystem::path base = std::filesystem::path(programFolder) / "language" / std::string(LanguageFileStem(lang));
-  auto captions = ReadLines(base.string() + ".cap");
+  const std::string base = LanguageBase(programFolder, lang);
+  auto captions = ReadUtf8Lines(base + ".cap");
   if (!captions) return std::nullopt;
-  auto hints = ReadLines(base.string() + ".hnt");
+  auto hints = ReadUtf8Lines(base + ".hnt");
   return FromLines(std::move(*captions), hints ? *hints : std::vector<std::string>{});
 }
 

@@ -215,6 +215,21 @@ void NormaliseShortNames(Workspace& ws) {
   }
 }
 
+bool ShortNameInUse(const Workspace& ws, std::string_view name, int exceptRow) {
+  for (int r = 1; r < ws.vars.RowCount(); ++r) {
+    if (r != exceptRow && EqualIgnoringCase(ws.vars.GetCell(kShortName, r), name)) return true;
+  }
+  return false;
+}
+
+std::string FreeVarName(const Workspace& ws, int exceptRow) {
+  for (int k = 1; k <= 10000; ++k) {
+    std::string candidate = fmt::format("var_{}", k);
+    if (!ShortNameInUse(ws, candidate, exceptRow)) return candidate;
+  }
+  return "";
+}
+
 bool CheckDuplicateNames(Workspace& ws) {
   int n = ws.vars.RowCount() - 1;
   std::vector<std::string> folded(n + 1);
@@ -263,17 +278,7 @@ void ValidateDeclarations(Workspace& ws) {
     }
     auto answer = ws.user.AskText(ws.Text("Enter variable name", "Írja be a változó nevét"), "");
     std::string name = answer ? *answer : std::string();
-    if (name.empty()) {
-      for (int k = 1; k <= 10000; ++k) {
-        std::string candidate = fmt::format("var_{}", k);
-        bool used = false;
-        for (int j = 1; j <= n && !used; ++j) used = j != r && EqualIgnoringCase(vars.GetCell(kShortName, j), candidate);
-        if (!used) {
-          name = candidate;
-          break;
-        }
-      }
-    }
+    if (name.empty()) name = FreeVarName(ws, r);
     vars.SetCell(kShortName, r, name);
   }
 

@@ -59,6 +59,12 @@ std::string NormaliseType(std::string_view type, char separator);
 // and renames later duplicates to "abcde~00", "abcde~01", ...; writes the header row.
 void NormaliseShortNames(Workspace& ws);
 
+// Whether a row other than exceptRow has this short name, ignoring case.
+bool ShortNameInUse(const Workspace& ws, std::string_view name, int exceptRow = 0);
+// The first "var_N", N from 1 to 10000, that no row other than exceptRow uses; empty when
+// all are taken.
+std::string FreeVarName(const Workspace& ws, int exceptRow = 0);
+
 // Compares short names ignoring case and tells the person about duplicates; asks for
 // missing short names. False when there were duplicates.
 bool CheckDuplicateNames(Workspace& ws);

@@ -7,16 +7,6 @@
 #include "workspace/workspace.h"
 
 namespace tarvika {
-namespace {
-
-bool NameInUse(const Workspace& ws, std::string_view name) {
-  for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
-    if (EqualIgnoringCase(ws.vars.GetCell(kShortName, v), name)) return true;
-  }
-  return false;
-}
-
-}  // namespace
 
 bool RoomForVariables(const Workspace& ws, int count) { return ws.NumberOfVariables() + count <= kMaxVariables; }
 
@@ -27,17 +17,14 @@ std::string VariableLimitMessage(const Workspace& ws) {
 }
 
 std::string NewVariableName(const Workspace& ws, std::string_view base) {
-  if (!NameInUse(ws, base)) return std::string(base);
+  if (!ShortNameInUse(ws, base)) return std::string(base);
   std::string stem(Utf8Prefix(base, kShortNameLength - 1));
   for (char digit = '0'; digit <= '8'; ++digit) {
     std::string candidate = stem + digit;
-    if (!NameInUse(ws, candidate)) return candidate;
+    if (!ShortNameInUse(ws, candidate)) return candidate;
   }
-  for (int k = 1; k <= 10000; ++k) {
-    std::string candidate = fmt::format("var_{}", k);
-    if (!NameInUse(ws, candidate)) return candidate;
-  }
-  return std::string(base);
+  std::string free = FreeVarName(ws);
+  return free.empty() ? std::string(base) : free;
 }
 
 int NewVariable(Workspace& ws, std::string_view name, std::string_view longName, const std::vector<std::string>& cells,
