@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 namespace tarvika {
 std::optional<std::vector<std::string>> ReadUtf8Lines(const std::string& path) {

@@ -39,8 +39,6 @@ DefaultVariableForm::DefaultVariableForm(Workspace& ws, const LanguageTexts* tex
   length_ = new QSpinBox(this);
   length_->setRange(0, 100000);
   groupType_ = new QComboBox(this);
-  for (GroupKind kind : {GroupKind::None, GroupKind::Codes, GroupKind::Intervals})
-    groupType_->addItem(ToQt(GroupTypeWord(kind, ws.language)));
   labels_ = new QLineEdit(this);
   minimumLabel_ = new QLabel(TagCaption(texts, kMinimumTag), this);
   maximumLabel_ = new QLabel(TagCaption(texts, kMaximumTag), this);
@@ -69,8 +67,7 @@ DefaultVariableForm::DefaultVariableForm(Workspace& ws, const LanguageTexts* tex
   minimum_->setText(ToQt(present.minimum));
   maximum_->setText(ToQt(present.maximum));
   length_->setValue(present.length);
-  GroupKind group = GroupKindOf(ws.vars.GetCell(kGroupType, 0));
-  groupType_->setCurrentIndex(group == GroupKind::Codes ? 1 : group == GroupKind::Intervals ? 2 : 0);
+  FillGroupTypeBox(groupType_, ws.language, ws.vars.GetCell(kGroupType, 0));
   labels_->setText(ToQt(ws.vars.GetCell(kGroupLabels, 0)));
   ShowKind();
 }

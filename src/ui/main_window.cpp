@@ -27,15 +27,10 @@ class GroupTypeDelegate : public QStyledItemDelegate {
  public:
   GroupTypeDelegate(const Workspace& ws, QObject* parent) : QStyledItemDelegate(parent), ws_(ws) {}
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
-    auto* box = new QComboBox(parent);
-    for (GroupKind kind : {GroupKind::None, GroupKind::Codes, GroupKind::Intervals})
-      box->addItem(ToQt(GroupTypeWord(kind, ws_.language)));
-    return box;
+    return new QComboBox(parent);
   }
   void setEditorData(QWidget* editor, const QModelIndex& index) const override {
-    auto* box = static_cast<QComboBox*>(editor);
-    GroupKind kind = GroupKindOf(index.data(Qt::EditRole).toString().toStdString());
-    box->setCurrentIndex(kind == GroupKind::Codes ? 1 : kind == GroupKind::Intervals ? 2 : 0);
+    FillGroupTypeBox(static_cast<QComboBox*>(editor), ws_.language, ToStd(index.data(Qt::EditRole).toString()));
   }
   void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override {
     model->setData(index, static_cast<QComboBox*>(editor)->currentText(), Qt::EditRole);

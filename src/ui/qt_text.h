@@ -2,6 +2,7 @@
 // Text between the core (UTF-8 std::string) and Qt (QString), and the captions of
 // controls by their tag in the language files.
 
+#include <QComboBox>
 #include <QString>
 
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "lang/language.h"
 #include "lang/language_files.h"
+#include "workspace/variable_table.h"
 
 namespace tarvika {
 
@@ -28,6 +30,14 @@ inline QString TagHint(const LanguageTexts* texts, int tag) {
   QString text = ToQt(hint->shortHint);
   if (!hint->longHint.empty()) text += "\n" + ToQt(hint->longHint).replace("\r\n", "\n");
   return text;
+}
+
+// A drop-down of the three group type words of the language, showing the given word's kind.
+inline void FillGroupTypeBox(QComboBox* box, Language lang, std::string_view current) {
+  box->clear();
+  for (GroupKind kind : {GroupKind::None, GroupKind::Codes, GroupKind::Intervals}) box->addItem(ToQt(GroupTypeWord(kind, lang)));
+  GroupKind kind = GroupKindOf(current);
+  box->setCurrentIndex(kind == GroupKind::Codes ? 1 : kind == GroupKind::Intervals ? 2 : 0);
 }
 
 }  // namespace tarvika
