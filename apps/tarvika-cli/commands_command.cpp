@@ -4,9 +4,10 @@
 
 #include <iostream>
 
-#include "analyses/built_analyses.h"
+#include "analyses/command_table.h"
 #include "cli_context.h"
 #include "frame/analysis_dialogs.h"
+#include "workspace/session.h"
 
 namespace tarvika::cli {
 namespace {
@@ -48,22 +49,12 @@ void RegisterCommandsCommand(CLI::App& app, CliContext& context) {
   auto* cmd = app.add_subcommand("commands", "List the analysis commands with their dialogs and parameters");
   cmd->callback([&context] {
     Language lang = context.language;
-    for (DialogKind dialog : {DialogKind::SingleSample, DialogKind::Groups, DialogKind::Relations}) {
-      std::vector<int> codes = CommandListOrder(dialog);
-      if (dialog == DialogKind::SingleSample) codes.push_back(16);
-      for (int code : codes) {
-        const CommandInfo* c = FindCommand(code);
-        bool offered = code != 16;
-        bool built = BuiltAnalyses().count(code) > 0;
-        std::cout << fmt::format("{}  {}  {}{}\n", code, DialogName(dialog), Pick(lang, c->english, c->hungarian),
-                                 !offered ? Pick(lang, "  (not offered)", "  (nem érhető el)")
-                                 : built  ? ""
-                                          : fmt::format("  ({})", Pick(lang, "Sorry, under construction.",
-                                                                       "Elnézést, ez a rész még készül.")));
-        for (const ParameterDefinition& param : DialogParameters(dialog)) {
-          if (AppliesTo(param, code)) std::cout << "      --set " << Describe(param) << '\n';
-        }
-      }
+    for (const CommandInfo& c : AllCommands().Rows()) {
+      std::cout << fmt::format("{}  {}  {}{}\n", c.code, Dialog(c.dialog).formName, c.Entry(lang),
+                               !c.offered  ? Pick(lang, "  (not offered)", "  (nem érhető el)")
+                               : c.Built() ? ""
+                                           : fmt::format("  ({})", UnderConstruction(lang)));
+      for (std::string_view name : c.parameters) std::cout << "      --set " << Describe(*FindParameter(c.dialog, name)) << '\n';
     }
   });
 }

@@ -7,6 +7,7 @@
 
 #include "cli_context.h"
 #include "lang/language_files.h"
+#include "analyses/command_table.h"
 #include "workspace/main_menu.h"
 #include "workspace/session.h"
 
@@ -31,7 +32,7 @@ void RegisterMenuCommand(CLI::App& app, CliContext& context) {
         std::string line = fmt::format("{:{}}{}", "", depth * 2, caption);
         if (!e.command.empty()) {
           line = fmt::format("{:<48} {}{}", line, e.command,
-                             CommandIsBuilt(e.command) ? "" : fmt::format("  ({})", UnderConstruction(language)));
+                             MenuEntryIsBuilt(e.command) ? "" : fmt::format("  ({})", UnderConstruction(language)));
         }
         std::cout << line << '\n';
         print(e.children, depth + 1);

@@ -11,7 +11,7 @@
 #include <sstream>
 
 #include "cli_context.h"
-#include "analyses/built_analyses.h"
+#include "analyses/command_table.h"
 #include "frame/analysis_dialogs.h"
 #include "frame/report_writer.h"
 #include "workspace/declarations.h"
@@ -54,20 +54,20 @@ int Run(CliContext& context, const RunOptions& o) {
     ReadConfig(programFolder, settings);
     language = settings.language;
   }
-  const CommandInfo* command = FindCommand(o.command);
+  const CommandInfo* command = AllCommands().Find(o.command);
   if (command == nullptr) {
     return InputError(std::string(Pick(language, "Unknown command: ", "Ismeretlen parancs: ")) + std::to_string(o.command));
   }
-  if (o.command == 16) {
-    return InputError(std::string(Pick(language, "Command 16 (Distribution fitting) is not offered; choose one of 11 to 15.",
-                                       "A 16-os parancs (Eloszlásvizsgálat) nem érhető el; válasszon a 11-15 közül.")));
+  if (!command->offered) {
+    return InputError(fmt::format("{}{} ({}){}", Pick(language, "Command ", "A parancs nem érhető el: "), o.command,
+                                  command->Entry(language), Pick(language, " is not offered.", ".")));
   }
   if (!o.save.empty() && o.saveInPlace) {
     return InputError(std::string(Pick(language, "Give either --save or --save-in-place, not both.",
                                        "Vagy --save, vagy --save-in-place adható meg, a kettő együtt nem.")));
   }
   // The dialog of the command, filled as a person would fill it.
-  AnalysisDialog dialog(command->dialog);
+  AnalysisDialog dialog(AllCommands(), command->dialog);
   dialog.commandCode = o.command;
   dialog.selected = o.vars;
   dialog.yList = o.y;
@@ -84,7 +84,7 @@ int Run(CliContext& context, const RunOptions& o) {
     std::string name = setting.substr(0, eq), value = setting.substr(eq + 1), error;
     std::size_t colon = name.find(':');
     const ParameterDefinition* param = FindParameter(dialog.kind, name.substr(0, colon));
-    if (param != nullptr && !AppliesTo(*param, o.command)) {
+    if (param != nullptr && !command->Uses(param->name)) {
       return InputError(fmt::format("{}{}{}", param->name, Pick(language, " does not apply to command ", " nem tartozik ehhez a parancshoz: "),
                                     o.command));
     }
@@ -108,17 +108,14 @@ int Run(CliContext& context, const RunOptions& o) {
 
   ReportFormat format = o.format == "html" ? ReportFormat::Html : ReportFormat::Text;
   const int variablesBefore = ws.NumberOfVariables();
-  switch (RunAnalysis(ws, dialog, BuiltAnalyses(), format)) {
+  switch (RunAnalysis(ws, dialog, format)) {
     case RunResult::Ran:
       break;
     case RunResult::Refused:
     case RunResult::NotBuilt:
       return kInputError;  // the message is on standard error already
-    case RunResult::TablesMissing:
-      return 1;  // the program stops; the message is on standard error
+    case RunResult::TablesMissing:  // the program stops; the message is on standard error
     case RunResult::ReportFailed:
-      std::cerr << Pick(language, "The report can't be written: ", "A jelentés nem írható: ")
-                << LastReportPath(programFolder, format) << '\n';
       return 1;
   }
   // New variables of the run are kept by writing the project back.

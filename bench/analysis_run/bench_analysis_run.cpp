@@ -8,7 +8,7 @@
 
 #include "frame/analysis_request.h"
 #include "frame/data_feed.h"
-#include "single/single_sample_run.h"
+#include "analyses/command_table.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -70,7 +70,7 @@ void BM_BasicDescriptiveStatistics(benchmark::State& state) {
   Workspace& ws = BigWorkspace();
   AnalysisRequest request = BuildRequest(ws, 11, kVariables);
   for (int v = 1; v <= kVariables; ++v) request.role[v] = 'X';
-  for (auto _ : state) SingleSampleRun(ws, request);
+  for (auto _ : state) RunRequest(ws, request);
 }
 BENCHMARK(BM_BasicDescriptiveStatistics)->Unit(benchmark::kMillisecond);
 

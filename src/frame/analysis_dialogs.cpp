@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "lang/utf8.h"
-#include "numeric/stat_tables.h"
+#include "frame/analysis_run.h"
 #include "workspace/declarations.h"
 #include "workspace/session.h"
 #include "workspace/workspace.h"
@@ -34,60 +34,8 @@ bool IsStringVariable(const Workspace& ws, int v) { return ws.vars.GetCell(kType
 
 }  // namespace
 
-const std::vector<CommandInfo>& Commands() {
-  using D = DialogKind;
-  static const std::vector<CommandInfo> commands = {
-      {11, D::SingleSample, "Basic descriptive statistics", "Alapstatisztikák"},
-      {12, D::SingleSample, "Detailed statistics", "Részletesebb mintastatisztikák"},
-      {13, D::SingleSample, "Frequency, histogram", "Gyakoriság, hisztogram"},
-      {14, D::SingleSample, "Tests on the mean and median", "Középértékekre vonatkozó hipotézisvizsgálatok"},
-      {15, D::SingleSample, "Test of normality", "Normalitásvizsgálat"},
-      {16, D::SingleSample, "Distribution fitting", "Eloszlásvizsgálat"},
-      {21, D::Groups, "One-way comparison of independent samples", "Független minták egyszempontos összehasonlítása"},
-      {22, D::Groups, "One-way comparison of repeated measures", "Összetartozó minták (változók) egyszempontos összehasonlítása"},
-      {23, D::Groups, "Two-way independent samples ANOVA", "Kétszempontos független mintás varianciaanalízis"},
-      {24, D::Groups, "Two-way mixed ANOVA", "Kétszempontos kevert varianciaanalízis"},
-      {25, D::Groups, "Two-way independent samples rank ANOVA", "Kétszempontos független mintás rangvarianciaanalízis"},
-      {26, D::Groups, "Inter-rater reliability with quantitative scales", "Értékelők közötti megbízhatóság kvantitatív skálákkal"},
-      {31, D::Relations, "Correlation, regression", "Korreláció, regresszió"},
-      {32, D::Relations, "Correlation, partial correlation matrix", "Korrelációs, parciális korrelációs mátrix"},
-      {33, D::Relations, "Multiple linear regression", "Többszörös lineáris regresszió"},
-      {34, D::Relations, "Relationship of discrete variables - Crosstab", "Diszkrét változók kapcsolata - kereszttábla"},
-      {35, D::Relations, "Item analysis", "Itemanalízis"},
-  };
-  return commands;
-}
-
-const CommandInfo* FindCommand(int code) {
-  for (const CommandInfo& c : Commands()) {
-    if (c.code == code) return &c;
-  }
-  return nullptr;
-}
-
-std::vector<int> CommandListOrder(DialogKind dialog) {
-  switch (dialog) {
-    case DialogKind::SingleSample:
-      return {11, 12, 13, 14, 15};
-    case DialogKind::Groups:
-      return {21, 22, 23, 24, 25, 26};
-    default:
-      return {31, 32, 34, 35, 33};
-  }
-}
-
-std::string_view DialogName(DialogKind dialog) {
-  switch (dialog) {
-    case DialogKind::SingleSample:
-      return "TKijelolForm";
-    case DialogKind::Groups:
-      return "TK20Form";
-    default:
-      return "TK31Form";
-  }
-}
-
-AnalysisDialog::AnalysisDialog(DialogKind k) : kind(k), commandCode(CommandListOrder(k).front()) {}
+AnalysisDialog::AnalysisDialog(const CommandTable& table, DialogKind k)
+    : commands(&table), kind(k), commandCode(table.ListOf(k).empty() ? 0 : table.ListOf(k).front()->code) {}
 
 std::string AnalysisDialog::Value(std::string_view name) const {
   auto it = values.find(name);
@@ -194,37 +142,44 @@ std::string SanitiseVariableName(std::string_view name, std::string_view fallbac
   return std::string(Utf8Prefix(out, kShortNameLength));
 }
 
+namespace {
+
+// The refusal of a selection that the command's rule doesn't accept, or empty.
+std::string_view SelectionError(const Workspace& ws, const AnalysisDialog& dialog, const SelectionRule& rule) {
+  const int first = static_cast<int>(dialog.selected.size()) +
+                    (dialog.kind == DialogKind::Relations ? static_cast<int>(dialog.yList.size()) : 0);
+  if (first < 1) return ws.Text("At least one variable has to be selected.", "Legalább egy változót ki kell választania!");
+  if (rule.minimumGrouping == 1 && dialog.grouping.empty())
+    return ws.Text("You must select one grouping variable.", "Ki kell választania egy csoportosító változót!");
+  if (rule.minimumSelected > 1 && static_cast<int>(dialog.selected.size()) < rule.minimumSelected)
+    return ws.Text("At least two dependent variables have to be selected.", "Legalább két függő változót ki kell választania!");
+  if (rule.minimumGrouping == 2 && dialog.grouping.size() < 2)
+    return ws.Text("You must select two grouping variables.", "Két csoportosító változót kell kiválasztania!");
+  if (rule.caseCode && dialog.covariates.empty() && dialog.grouping.empty())
+    return ws.Text("You must select a case code variable.", "Ki kell választania egy esetkód változót!");
+  return {};
+}
+
+}  // namespace
+
 PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
   PreparedRun run;
   const int code = dialog.commandCode;
-  const CommandInfo* command = FindCommand(code);
-  if (command == nullptr || command->dialog != dialog.kind) {
+  const CommandInfo* command = dialog.commands->Find(code);
+  if (command == nullptr || command->dialog != dialog.kind || !command->offered) {
     run.error = std::string(ws.Text("Unknown command: ", "Ismeretlen parancs: ")) + std::to_string(code);
     return run;
   }
-  // The relations dialog makes its output names legal before anything else.
-  if (dialog.kind == DialogKind::Relations) {
-    if (ToggleValue(dialog.Value("saveRegression")) == 2)
-      dialog.values["regressionName"] = SanitiseVariableName(dialog.Value("regressionName"), "RegVar");
-    if (code == 35) dialog.values["ScaleName"] = SanitiseVariableName(dialog.Value("ScaleName"), "Scale");
+  // Output names are made legal before anything else.
+  for (const OutputName& output : command->outputNames) {
+    if (output.switchParameter.empty() || ToggleValue(dialog.Value(output.switchParameter)) == 2) {
+      dialog.values[std::string(output.nameParameter)] =
+          SanitiseVariableName(dialog.Value(output.nameParameter), output.fallback);
+    }
   }
-
-  auto refuse = [&](std::string_view english, std::string_view hungarian) {
-    run.error = std::string(ws.Text(english, hungarian));
+  if (std::string_view refusal = SelectionError(ws, dialog, command->selection); !refusal.empty()) {
+    run.error = std::string(refusal);
     return run;
-  };
-  if (dialog.selected.empty() && !(dialog.kind == DialogKind::Relations && !dialog.yList.empty())) {
-    return refuse("At least one variable has to be selected.", "Legalább egy változót ki kell választania!");
-  }
-  if (dialog.kind == DialogKind::Groups) {
-    if (code == 21 && dialog.grouping.empty())
-      return refuse("You must select one grouping variable.", "Ki kell választania egy csoportosító változót!");
-    if (code == 22 && dialog.selected.size() < 2)
-      return refuse("At least two dependent variables have to be selected.", "Legalább két függő változót ki kell választania!");
-    if (code == 23 && dialog.grouping.size() < 2)
-      return refuse("You must select two grouping variables.", "Két csoportosító változót kell kiválasztania!");
-    if (code == 26 && dialog.covariates.empty() && dialog.grouping.empty())
-      return refuse("You must select a case code variable.", "Ki kell választania egy esetkód változót!");
   }
 
   // Resolve every name before the tables are touched.
@@ -252,25 +207,30 @@ PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
 
   ws.vars.ClearScratch();
   auto mark = [&](const std::string& name, std::string_view role) { ws.vars.SetCell(kRole, rows[name], role); };
+  auto scratch = [&](const std::string& name) {
+    if (!command->scratch.attribute.empty())
+      ws.vars.SetCell(kAttribute, rows[name], dialog.ValueFor(command->scratch.attribute, name));
+    if (!command->scratch.parameter.empty())
+      ws.vars.SetCell(kParameter, rows[name], dialog.ValueFor(command->scratch.parameter, name));
+  };
   switch (dialog.kind) {
     case DialogKind::SingleSample:
       for (const std::string& name : dialog.selected) {
         mark(name, "X");
-        if (code == 13) ws.vars.SetCell(kAttribute, rows[name], dialog.ValueFor("scaleType", name));
-        if (code == 14) ws.vars.SetCell(kParameter, rows[name], dialog.ValueFor("hypotheticalValue", name));
+        scratch(name);
       }
       if (!dialog.conditional.empty()) mark(dialog.conditional, "N");
       break;
     case DialogKind::Groups: {
       for (const std::string& name : dialog.selected) {
         mark(name, "X");
-        ws.vars.SetCell(kAttribute, rows[name], dialog.ValueFor("scaleType", name));
+        scratch(name);
       }
-      // The case code of command 26 is taken from either list and marked as a grouping variable.
+      // A case code is taken from either list and marked as a grouping variable.
       std::vector<std::string> grouping = dialog.grouping;
-      if (code == 26 && grouping.empty()) grouping.push_back(dialog.covariates.front());
+      if (command->selection.caseCode && grouping.empty()) grouping.push_back(dialog.covariates.front());
       for (const std::string& name : grouping) mark(name, "G");
-      if (code != 26 && !dialog.covariates.empty()) mark(dialog.covariates.front(), "C");
+      if (!command->selection.caseCode && !dialog.covariates.empty()) mark(dialog.covariates.front(), "C");
       if (!dialog.conditional.empty()) mark(dialog.conditional, "N");
       break;
     }
@@ -291,20 +251,20 @@ PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
   }
   if (dialog.kind == DialogKind::SingleSample) selectedCount = static_cast<int>(dialog.selected.size());
   run.request = BuildRequest(ws, code, selectedCount);
+  run.request.dialog = dialog.kind;
   for (const ParameterDefinition& param : DialogParameters(dialog.kind)) {
     if (!param.perVariable) run.request.parameters[std::string(param.name)] = dialog.Value(param.name);
   }
   return run;
 }
 
-RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, const AnalysisRegistry& analyses, ReportFormat format,
-                      std::string* message) {
+RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, ReportFormat format, std::string* message) {
   auto tell = [&](std::string text) {
     ws.user.Tell(text);
     if (message) *message = std::move(text);
   };
-  auto analysis = analyses.find(dialog.commandCode);
-  if (analysis == analyses.end()) {
+  const CommandInfo* command = dialog.commands->Find(dialog.commandCode);
+  if (command == nullptr || !command->Built()) {
     tell(std::string(UnderConstruction(ws.language)));
     return RunResult::NotBuilt;
   }
@@ -322,16 +282,11 @@ RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, const AnalysisRegis
     tell(run.error);
     return RunResult::Refused;
   }
-  bool written = false;
-  try {
-    written = analysis->second(ws, run.request, format);
-  } catch (const MissingTableFile& missing) {
-    tell(MissingTableMessage(missing.name(), ws.language));
-    return RunResult::TablesMissing;
-  }
+  RunOutcome outcome = RunCommand(ws, run.request, *command, format);
+  if (!outcome.message.empty()) tell(outcome.message);
   // The save switches of the single-sample dialog are turned off so they won't run twice.
-  if (dialog.kind == DialogKind::SingleSample) dialog.values["saveStandardized"] = std::string(kNo);
-  return written ? RunResult::Ran : RunResult::ReportFailed;
+  if (dialog.kind == DialogKind::SingleSample) dialog.values[std::string(param::kSaveStandardized.name)] = std::string(kNo);
+  return outcome.result;
 }
 
 }  // namespace tarvika

@@ -4,13 +4,14 @@
 // that checks the selection, writes the roles into the scratch columns, builds the
 // request and hands it to the analysis of the command.
 
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "frame/analysis_request.h"
+#include "frame/analysis_run.h"
+#include "frame/command_info.h"
 #include "frame/dialog_parameters.h"
 #include "frame/report_writer.h"
 
@@ -18,22 +19,11 @@ namespace tarvika {
 
 class Workspace;
 
-struct CommandInfo {
-  int code;
-  DialogKind dialog;
-  std::string_view english, hungarian;  // the command's entry in the dialog's list
-};
-
-const std::vector<CommandInfo>& Commands();
-const CommandInfo* FindCommand(int code);
-// The commands in the order of the dialog's list (31, 32, 34, 35, 33 in the relations
-// dialog); command 16 is not offered.
-std::vector<int> CommandListOrder(DialogKind dialog);
-std::string_view DialogName(DialogKind dialog);  // "TKijelolForm", "TK20Form", "TK31Form"
-
 struct AnalysisDialog {
-  explicit AnalysisDialog(DialogKind kind);
+  // The dialog of that kind over a command table; its command is the first of its list.
+  AnalysisDialog(const CommandTable& commands, DialogKind kind);
 
+  const CommandTable* commands;
   DialogKind kind;
   int commandCode;
   std::vector<std::string> selected;    // "Selected variables", "Dependent variables", "X variables"
@@ -77,17 +67,11 @@ struct PreparedRun {
 // The run command up to the call of the analysis.
 PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog);
 
-// The analyses that are built, by command code.
-using AnalysisFunction = std::function<bool(Workspace&, const AnalysisRequest&, ReportFormat)>;
-using AnalysisRegistry = std::map<int, AnalysisFunction>;
-
-enum class RunResult { Ran, Refused, NotBuilt, ReportFailed, TablesMissing };
-
-// The whole run command: PrepareRun, then the analysis of the command. A refused selection
-// is told to the person; a command whose analysis isn't built answers "Sorry, under
-// construction." and writes nothing. A statistical table file that is missing is told with
-// its message; the program then stops (TablesMissing).
-RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, const AnalysisRegistry& analyses, ReportFormat format,
-                      std::string* message = nullptr);
+// The whole run command: PrepareRun, then the analysis of the command (RunCommand). A
+// refused selection is told to the person; a command whose analysis isn't built answers
+// "Sorry, under construction." and writes nothing. A statistical table file that is
+// missing is told with its message before the old report is touched; the program then
+// stops (TablesMissing). A report that can't be written is told (ReportFailed).
+RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, ReportFormat format, std::string* message = nullptr);
 
 }  // namespace tarvika

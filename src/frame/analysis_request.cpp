@@ -1,5 +1,7 @@
 #include "frame/analysis_request.h"
 
+#include <stdexcept>
+
 #include "frame/dialog_parameters.h"
 #include "lang/utf8.h"
 #include "workspace/numbers.h"
@@ -13,25 +15,34 @@ std::uint8_t ScaleKindOf(std::string_view word) {
   return kScaleContinuous;
 }
 
-std::string_view AnalysisRequest::Parameter(std::string_view name) const {
-  auto it = parameters.find(name);
-  return it == parameters.end() ? std::string_view() : std::string_view(it->second);
+std::string_view AnalysisRequest::Text(std::string_view name, ParameterKind kind) const {
+  const ParameterDefinition* param = FindParameter(dialog, name);
+  if (param == nullptr || param->kind != kind) {
+    throw std::logic_error("the request's dialog has no parameter " + std::string(name) + " of that kind");
+  }
+  auto it = parameters.find(param->name);
+  return it == parameters.end() ? param->defaultValue : std::string_view(it->second);
 }
 
-int AnalysisRequest::IntParameter(std::string_view name, int fallback) const {
-  auto n = ParseWholeNumber(Parameter(name));
-  return n ? static_cast<int>(*n) : fallback;
+int AnalysisRequest::Get(IntegerParameter p) const {
+  auto n = ParseWholeNumber(Text(p.name, p.kind));
+  return n ? static_cast<int>(*n) : 0;
 }
 
-int AnalysisRequest::ToggleParameter(std::string_view name) const {
-  std::string_view text = Parameter(name);
-  if (text == "on") return 2;
-  return ToggleValue(text);
+double AnalysisRequest::Get(NumberParameter p) const {
+  return ParseEitherSeparator(Text(p.name, p.kind), '.').value_or(0);
 }
+
+bool AnalysisRequest::Get(ToggleParameter p) const { return ToggleValue(Text(p.name, p.kind)) == 2; }
+int AnalysisRequest::Get(ThreeStateParameter p) const { return ToggleValue(Text(p.name, p.kind)); }
+bool AnalysisRequest::Get(FlagParameter p) const { return Text(p.name, p.kind) == "on"; }
+std::string_view AnalysisRequest::Get(ChoiceParameter p) const { return Text(p.name, p.kind); }
+std::string_view AnalysisRequest::Get(TextParameter p) const { return Text(p.name, p.kind); }
 
 AnalysisRequest BuildRequest(const Workspace& ws, int commandCode, int numberOfSelected) {
   AnalysisRequest r;
   r.commandCode = commandCode;
+  r.dialog = commandCode >= 30 ? DialogKind::Relations : commandCode >= 20 ? DialogKind::Groups : DialogKind::SingleSample;
   r.numberOfCases = ws.NumberOfCases();
   r.numberOfVariables = ws.NumberOfVariables();
   r.numberOfSelected = numberOfSelected;

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "frame/parameter_names.h"
+
 namespace tarvika {
 
 class Workspace;
@@ -19,6 +21,7 @@ enum ScaleKindCode : std::uint8_t { kScaleContinuous = 0, kScaleDiscrete = 1, kS
 // is unused).
 struct AnalysisRequest {
   std::int32_t commandCode = 0;
+  DialogKind dialog = DialogKind::SingleSample;
   std::int32_t numberOfCases = 0;
   std::int32_t numberOfVariables = 0;
   std::int32_t numberOfSelected = 0;
@@ -31,12 +34,19 @@ struct AnalysisRequest {
   // columns of the variable table.
   std::map<std::string, std::string, std::less<>> parameters;
 
-  // A parameter's text; empty when the dialog has none of that name.
-  std::string_view Parameter(std::string_view name) const;
-  // A whole-number parameter; fallback when missing or not a number.
-  int IntParameter(std::string_view name, int fallback = 0) const;
-  // A toggle read as 2 (" Yes "), 1 (" If signif. ") or 0; a flag "on" reads as 2.
-  int ToggleParameter(std::string_view name) const;
+  // A parameter's value, read by its typed name; a parameter the request doesn't hold
+  // reads as the catalogue's default. A name that the dialog's catalogue doesn't have, or
+  // has with another kind, is a programming error: it throws std::logic_error.
+  int Get(IntegerParameter p) const;
+  double Get(NumberParameter p) const;
+  bool Get(ToggleParameter p) const;      // " Yes "
+  int Get(ThreeStateParameter p) const;   // " Yes " 2, " If signif. " 1, " No " 0
+  bool Get(FlagParameter p) const;        // "on"
+  std::string_view Get(ChoiceParameter p) const;
+  std::string_view Get(TextParameter p) const;
+
+ private:
+  std::string_view Text(std::string_view name, ParameterKind kind) const;
 };
 
 // "continuous"/"folytonos" and "interval"/"intervallum" 0, "discrete"/"diszkrét" and
@@ -46,6 +56,8 @@ std::uint8_t ScaleKindOf(std::string_view word);
 
 // Fills the request from the tables: counts, Role[] from the first letter of each Role
 // cell, ScaleKind[] from the Attribute cell, copies of the names.
+// The dialog of the request is the one whose codes hold commandCode (11-16 single-sample,
+// 21-26 groups, 31-35 relationship).
 AnalysisRequest BuildRequest(const Workspace& ws, int commandCode, int numberOfSelected);
 
 // The variables an analysis reads, as positions 1..K of the feed: all "X" in table order,

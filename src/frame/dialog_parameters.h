@@ -1,8 +1,9 @@
 #pragma once
 // The parameters of the three classical analysis dialogs: each with its name (the field
-// name of the request), the commands it belongs to, its kind, default and bounds, and its
-// caption. A dialog holds the values as the texts its controls show; the analyses read
-// them from the request.
+// name of the request), its kind, default and bounds, and its caption. A dialog holds the
+// values as the texts its controls show; the analyses read them from the request through
+// the typed names of parameter_names.h. Which command reads which parameter is said by the
+// command table (command_info.h).
 
 #include <map>
 #include <optional>
@@ -29,12 +30,12 @@ enum class ParameterKind {
 struct ParameterDefinition {
   std::string_view name;
   ParameterKind kind;
-  std::vector<int> commands;
   std::string_view defaultValue;
   int minimum = 0, maximum = 0;         // Integer
   std::vector<std::string_view> choices;  // Choice (English words; Hungarian ones are accepted too)
   std::string_view english, hungarian;  // caption
   bool perVariable = false;             // one value per selected variable
+  int captionTag = 0;                   // the line of the language files that captions its control
 };
 
 // The toggle words as the controls show them and the analyses read them.
@@ -44,9 +45,15 @@ inline constexpr std::string_view kIfSignificant = " If signif. ";
 // " Yes " 2, " If signif. " 1, anything else 0.
 int ToggleValue(std::string_view word);
 
+// The catalogue of each dialog (parameters_single_sample.cpp, parameters_groups.cpp,
+// parameters_relations.cpp).
+const std::vector<ParameterDefinition>& SingleSampleParameters();
+const std::vector<ParameterDefinition>& GroupsParameters();
+const std::vector<ParameterDefinition>& RelationsParameters();
 const std::vector<ParameterDefinition>& DialogParameters(DialogKind dialog);
+// The parameter of that name; the older spellings ("ScaleName", "ItemMin", ...) are
+// accepted for their present names.
 const ParameterDefinition* FindParameter(DialogKind dialog, std::string_view name);
-bool AppliesTo(const ParameterDefinition& param, int command);
 
 // The stored form of a value given as text ("Yes", "no", "on", "90", ...); nullopt with a
 // message when it is not acceptable.

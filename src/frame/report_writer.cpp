@@ -109,12 +109,16 @@ bool ReportWriter::OpenReport(std::string_view title) {
   file_.open(path_, std::ios::binary | std::ios::trunc);
   if (!file_) return false;
   open_ = true;
+  failed_ = false;
   buffer_.clear();
 
   bool rBased = !title.empty() && title.front() == '#';
   if (rBased) title.remove_prefix(1);
   if (Html()) {
     Write("<HTML><HEAD><!-- Created with Selvoran for Win/2.0 -->");
+    EndLine();
+    // The file is written in the code page of the project files.
+    Write("<META charset=\"windows-1250\">");
     EndLine();
     Write("<TITLE>" + EscapeHtml(title) + "</TITLE>");
     EndLine();
@@ -134,15 +138,17 @@ bool ReportWriter::OpenReport(std::string_view title) {
   return true;
 }
 
-void ReportWriter::CloseReport() {
-  if (!open_) return;
+bool ReportWriter::CloseReport() {
+  if (!open_) return !failed_;
   if (Html()) {
     Write("</BODY></HTML>");
     EndLine();
   }
   Flush();
   file_.close();
+  if (file_.fail()) failed_ = true;
   open_ = false;
+  return !failed_;
 }
 
 void ReportWriter::ShowReport() const {
@@ -159,8 +165,11 @@ void ReportWriter::EndLine() {
 void ReportWriter::Flush() {
   if (buffer_.empty()) return;
   std::string bytes = ToReportEncoding(buffer_);
-  file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   buffer_.clear();
+  if (failed_) return;  // the report is lost already; later text would only be cut elsewhere
+  file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file_.flush();
+  if (!file_) failed_ = true;
 }
 
 void ReportWriter::Line(std::string_view text) {
@@ -206,13 +215,33 @@ void ReportWriter::Cell(std::string_view text) {
   }
 }
 
+void ReportWriter::NumberCell(std::string_view text) {
+  if (Html()) {
+    Write("<TD ALIGN=RIGHT>" + EscapeHtml(text) + "</TD>");
+    EndLine();
+  } else {
+    Write("\t");
+    Write(text);
+  }
+}
+
+void ReportWriter::TextOnlyCell(std::string_view text) {
+  if (!Html()) Cell(text);
+}
+
+void ReportWriter::Figure(std::string_view svg) {
+  if (!Html()) return;
+  Write(svg);
+  EndLine();
+}
+
 void ReportWriter::EndRow() {
   if (Html()) Write("</TR>");
   EndLine();
 }
 
 void ReportWriter::WriteRatio(int width, int decimals, double guard, double numerator, double denominator) {
-  Cell(RatioText(ws_.language, width, decimals, guard, numerator, denominator, Html()));
+  NumberCell(RatioText(ws_.language, width, decimals, guard, numerator, denominator, Html()));
 }
 
 }  // namespace tarvika

@@ -55,8 +55,9 @@ class ReportWriter {
   // that of an R-based analysis: the "#" goes and the R banner is used. False when the file
   // can't be opened.
   bool OpenReport(std::string_view title);
-  // Writes the closing tags in html mode, flushes and closes.
-  void CloseReport();
+  // Writes the closing tags in html mode, flushes and closes. False when any write or the
+  // close failed (a full disk): the report is then incomplete.
+  bool CloseReport();
   // Hands the closed report to the viewer (the showReport hook).
   void ShowReport() const;
 
@@ -82,7 +83,14 @@ class ReportWriter {
   void EndTable();
   void FirstCell(std::string_view text);
   void Cell(std::string_view text);
+  // A cell that holds a number: in html right-aligned.
+  void NumberCell(std::string_view text);
+  // A cell only the text form has (a bar of '=' drawn in the text); html leaves it out
+  // and shows a Figure instead.
+  void TextOnlyCell(std::string_view text);
   void EndRow();
+  // A figure (inline svg) that only the html form shows.
+  void Figure(std::string_view svg);
 
   // The number cell of all tables (the text of RatioText, framed as a cell):
   //  - |numerator| below 1e-05 counts as 0; |denominator| below 1e-08 gives "......";
@@ -104,6 +112,7 @@ class ReportWriter {
   std::string buffer_;
   std::vector<MissingCodes> missing_;
   bool open_ = false;
+  bool failed_ = false;
 };
 
 }  // namespace tarvika

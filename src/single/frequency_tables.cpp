@@ -97,14 +97,14 @@ void FrequencyRun::Variable(int i) {
   }
   const bool discrete = scale == kScaleDiscrete;
   if (s.count > 1) {
-    int k = ClassCountFor(s.count, c_.request.IntParameter("classMultiplier", 1), discrete, false);
+    int k = ClassCountFor(s.count, c_.request.Get(param::kClassMultiplier), discrete, false);
     table_.Reset(k, s.minimum, s.maximum, !discrete);
     c_.ForEachValue(i, [&](int, double x) { table_.Add(x); });
   }
   FrequencyTable(i);
   if (!discrete || s.count <= 1) return;
-  if (c_.request.ToggleParameter("binarize") == 2 && c_.conditional == 0) Binarize(i);
-  if (c_.request.ToggleParameter("percentile") == 2 && c_.conditional == 0) Percentiles(i);
+  if (c_.request.Get(param::kBinarize) && c_.conditional == 0) Binarize(i);
+  if (c_.request.Get(param::kPercentile) && c_.conditional == 0) Percentiles(i);
 }
 
 void FrequencyRun::Row(std::string_view label, int frequency, int n, double& cumulative, int largest) {
@@ -174,7 +174,7 @@ void FrequencyRun::GroupFrequencyTable(int i) {
     r_.Line(c_.T("Number of cases falling into the specified groups = 0.", "A kijelölt csoportokba eső egyedek száma = 0."));
     return;
   }
-  const bool test = c_.request.ToggleParameter("testEqualFrequencies") == 2;
+  const bool test = c_.request.Get(param::kTestEqualFrequencies);
   const bool english = c_.English();
   const std::string_view nameHead =
       groups.kind == 2 ? c_.T("Value         ", "Érték         ") : c_.T("Group name ", "Csoportnév ");
@@ -314,11 +314,11 @@ void WriteFrequencyTables(SingleSampleContext& c) {
   }
   const bool off = c.conditional > 0 && !c.writeBackRefusalTold;
   c.writeBackRefusalTold = c.conditional > 0;
-  if (off && c.request.ToggleParameter("binarize") == 2) {
+  if (off && c.request.Get(param::kBinarize)) {
     c.report.Line(c.T("Since conditional group is specified, binarization was not done.",
                       "Mivel feltételes csoport ki lett jelölve, binarizálást nem végeztünk."));
   }
-  if (off && c.request.ToggleParameter("percentile") == 2) {
+  if (off && c.request.Get(param::kPercentile)) {
     c.report.Line(c.T("Since conditional group is specified, percentile variables were not created.",
                       "Mivel feltételes csoport ki lett jelölve, percentilis változókat nem hoztunk létre."));
   }

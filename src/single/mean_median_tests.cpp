@@ -76,7 +76,7 @@ void TestBlock::Write() {
     }
   }
   n_ = s.count;
-  percent_ = c_.request.IntParameter("trimmingPercent");
+  percent_ = c_.request.Get(param::kTrimmingPercent);
   deviations_.reference = h_;
   FillValueTable(c_, i_, &deviations_);
   sd_ = s.variance;

@@ -55,7 +55,7 @@ void NormalityRun::Variable(int i) {
       }
     }
   }
-  if (c_.request.ToggleParameter("saveStandardized") == 2) SaveStandardized(i);
+  if (c_.request.Get(param::kSaveStandardized)) SaveStandardized(i);
 }
 
 void NormalityRun::Kolmogorov(int i) {
@@ -154,7 +154,7 @@ void NormalityRun::SaveStandardized(int i) {
                         c_.T(".", ").")));
     return;
   }
-  const bool tScale = c_.request.IntParameter("standardizedKind", 1) == 2;
+  const bool tScale = c_.request.Get(param::kStandardizedKind) == 2;
   std::vector<std::string> cells(ws.NumberOfCases());
   c_.ForEachValue(i, [&](int row, double x) {
     double z = (x - s.mean) / s.variance;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "frame/analysis_request.h"
+#include "frame/analysis_run.h"
 #include "frame/data_feed.h"
 #include "frame/report_writer.h"
 #include "numeric/order_stats.h"
@@ -22,7 +23,6 @@ namespace tarvika {
 
 inline constexpr double kZeroTolerance = 0.00000001;
 inline constexpr double kUnsetHypothetical = -9999999;
-inline constexpr std::string_view kSingleWindow = "KijelolForm";
 
 // The accumulators of one selected variable in one group (the first pass over the cases).
 struct VariableStats {
@@ -39,10 +39,10 @@ struct VariableStats {
 };
 
 struct SingleSampleContext {
-  SingleSampleContext(Workspace& w, const AnalysisRequest& r, ReportFormat format);
+  explicit SingleSampleContext(AnalysisRun& run);
 
-  std::string_view T(std::string_view english, std::string_view hungarian) const { return ws.Text(english, hungarian); }
-  bool English() const { return ws.language == Language::English; }
+  std::string_view T(std::string_view english, std::string_view hungarian) const { return run.T(english, hungarian); }
+  bool English() const { return run.English(); }
 
   // Variable number, short and long name of the i-th selected variable.
   int Column(int i) const { return index.columns[i]; }
@@ -54,12 +54,10 @@ struct SingleSampleContext {
   void WriteIndexAndName(int i);
 
   // "Variable: " name on the status line.
-  void ShowVariableProgress(int i) const {
-    ws.ShowProgress(fmt::format("{}{}", T("Variable: ", "Változó: "), Name(i)), kSingleWindow);
-  }
+  void ShowVariableProgress(int i) const { run.ShowProgress(fmt::format("{}{}", T("Variable: ", "Változó: "), Name(i))); }
 
   // The rows of the cases of the current group, in order.
-  const std::vector<int>& GroupRows() const { return groupRows; }
+  const std::vector<int>& GroupRows() const { return run.GroupRows(); }
   // Calls f(row, x) for every valid value of the i-th selected variable in the current
   // group, in case order; the missing rule is that of the first pass.
   template <typename F>
@@ -72,19 +70,16 @@ struct SingleSampleContext {
   double CriticalF(int df) const;
   int ConfidencePercent() const;
 
+  AnalysisRun& run;
   Workspace& ws;
   const AnalysisRequest& request;
-  ReportWriter report;
-  SelectedIndex index;
-  std::optional<DataFeed> feed;  // made once the report has parsed the missing codes
-  int mode = 11;
-  int conditional = 0;  // variable number of the conditional grouping variable, 0 for none
-  int group = 1;        // the current group
-  GroupDefinition groups;
-  std::vector<int> sizes;
-  std::vector<int> groupRows;
-  std::vector<VariableStats> stats;  // 1..analysed
-  FTable ftable;
+  ReportWriter& report;
+  const SelectedIndex& index;
+  const DataFeed* feed;
+  const int mode;
+  const int conditional;  // variable number of the conditional grouping variable, 0 for none
+  const FTable& ftable;
+  std::vector<VariableStats> stats;  // 1..analysed, of the current group
   ValueTable values;  // the distinct values of the variable at hand
   bool writeBackRefusalTold = false;  // the conditional variable's refusal of new variables
 };
@@ -95,8 +90,8 @@ void SingleSampleContext::ForEachValue(int i, F f) const {
   std::vector<double> value(2, 0);
   std::vector<std::uint8_t> missing(2, 1);
   int seen = 0;
-  for (int row : groupRows) {
-    if (++seen % 10000 == 0) ws.ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row), kSingleWindow);
+  for (int row : GroupRows()) {
+    if (++seen % 10000 == 0) run.ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row));
     one.ReadRow(row, 1, value, missing);
     if (!missing[1]) f(row, value[1]);
   }
@@ -127,7 +122,12 @@ struct Deviations {
 // the deviations are collected when asked for.
 void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations = nullptr);
 
+// The statistics of the first pass over the current group's cases, and the group's heading.
+void ReadGroup(SingleSampleContext& c);
+void WriteGroupHeading(SingleSampleContext& c);
+
 // The modes.
+void WriteBasicTable(SingleSampleContext& c);                   // 11
 void WriteDetailedTable(SingleSampleContext& c);                // 12 without trimming
 void WriteTestBlocks(SingleSampleContext& c, bool withTests);   // 14, and 12 with trimming
 void WriteFrequencyTables(SingleSampleContext& c);              // 13

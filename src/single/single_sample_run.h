@@ -1,22 +1,15 @@
 #pragma once
-// The single-sample analyses (commands 11 to 16): one driver that writes a titled report,
-// loops over the conditional groups and, within a group, over the selected variables.
-
-#include <string_view>
-
-#include "frame/analysis_request.h"
-#include "frame/report_writer.h"
+// The single-sample analyses (commands 11 to 15): per conditional group the first pass
+// over the cases, the group's heading and, per selected variable, the command's tables.
 
 namespace tarvika {
 
-class Workspace;
+class AnalysisRun;
 
-// The report title of a mode in the language; empty for a code outside 11..16.
-std::string_view SingleSampleTitle(int mode, Language lang);
-
-// Runs the request (its roles: "X" selected variables, "N" the conditional grouping
-// variable) and writes the report, then closes it and hands it to the viewer. False when
-// the report file could not be opened.
-bool SingleSampleRun(Workspace& ws, const AnalysisRequest& request, ReportFormat format = ReportFormat::Text);
+void BasicStatistics(AnalysisRun& run);     // 11
+void DetailedStatistics(AnalysisRun& run);  // 12 (with trimming, the trimmed blocks of 14)
+void Frequencies(AnalysisRun& run);         // 13
+void MeanMedianTests(AnalysisRun& run);     // 14
+void NormalityTests(AnalysisRun& run);      // 15
 
 }  // namespace tarvika

@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <QStyledItemDelegate>
 
+#include "frame/command_info.h"
 #include "ui/default_variable_form.h"
 #include "ui/qt_text.h"
 #include "ui/recent_files_window.h"
@@ -222,7 +223,7 @@ void MainWindow::RunCommand(const QString& command) {
     Reports()->OpenReport();
   } else if (name == "variables.default") {
     DefaultVariableForm(ws, Texts(), this).exec();
-  } else if (name == "analysis.single") {
+  } else if (name == Dialog(DialogKind::SingleSample).menuCommand) {
     SingleSampleForm()->Open();
   } else if (name == "file.exit") {
     close();

@@ -16,7 +16,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "analyses/built_analyses.h"
+#include "analyses/command_table.h"
 #include "lang/help_files.h"
 #include "ui/qt_text.h"
 #include "workspace/workspace.h"
@@ -40,14 +40,16 @@ enum Tag {
   kParametersTag = 120,
 };
 
-int ParameterTag(std::string_view name) {
-  static const std::map<std::string_view, int> tags = {
-      {"confidenceIndex", 108}, {"trimmingPercent", 109}, {"classMultiplier", 110},  {"testEqualFrequencies", 111},
-      {"binarize", 112},        {"percentile", 113},      {"saveStandardized", 114}, {"scaleType", 117},
-      {"hypotheticalValue", 118},
-  };
-  auto it = tags.find(name);
-  return it == tags.end() ? 0 : it->second;
+// The codes of the dialog's command list, in order.
+std::vector<int> CommandCodes(DialogKind kind) {
+  std::vector<int> codes;
+  for (const CommandInfo* command : AllCommands().ListOf(kind)) codes.push_back(command->code);
+  return codes;
+}
+
+bool CommandUses(int code, std::string_view parameter) {
+  const CommandInfo* command = AllCommands().Find(code);
+  return command != nullptr && command->Uses(parameter);
 }
 
 // "Confidence %": the value is the index 0, 1, 2; the box shows 90, 95, 99 and its buttons
@@ -79,7 +81,7 @@ void ShowToggle(QPushButton* button, std::string_view word) {
 }
 
 TKijelolForm::TKijelolForm(Workspace& ws, QWidget* parent)
-    : QDialog(parent), ws_(ws), dialog_(DialogKind::SingleSample) {
+    : QDialog(parent), ws_(ws), dialog_(AllCommands(), DialogKind::SingleSample) {
   commandLabel_ = new QLabel(this);
   commandBox_ = new QComboBox(this);
   commandHint_ = new QLabel(this);
@@ -157,7 +159,7 @@ TKijelolForm::TKijelolForm(Workspace& ws, QWidget* parent)
 
   connect(commandBox_, &QComboBox::currentIndexChanged, this, [this](int index) {
     if (filling_ || index < 0) return;
-    std::vector<int> order = CommandListOrder(dialog_.kind);
+    std::vector<int> order = CommandCodes(dialog_.kind);
     if (index < static_cast<int>(order.size())) SetCommand(order[index]);
   });
   connect(toSelected_, &QPushButton::clicked, this, [this] { MoveFromSource(false); });
@@ -195,7 +197,7 @@ void TKijelolForm::BuildParameterPanel() {
     if (param.perVariable) continue;  // a column of the selected list
     std::string name(param.name);
     ParameterRow row;
-    row.tag = ParameterTag(param.name);
+    row.tag = param.captionTag;
     switch (param.kind) {
       case ParameterKind::Integer: {
         if (name == "standardizedKind") {
@@ -319,10 +321,7 @@ void TKijelolForm::ApplyLanguage(const LanguageTexts* texts) {
   // The command list from its two item lists, keeping the chosen command.
   filling_ = true;
   commandBox_->clear();
-  for (int code : CommandListOrder(dialog_.kind)) {
-    const CommandInfo* command = FindCommand(code);
-    commandBox_->addItem(ToQt(Pick(lang, command->english, command->hungarian)));
-  }
+  for (const CommandInfo* command : AllCommands().ListOf(dialog_.kind)) commandBox_->addItem(ToQt(command->Entry(lang)));
   filling_ = false;
   ShowPanels();
 }
@@ -339,21 +338,21 @@ void TKijelolForm::SetCommand(int code) {
 
 void TKijelolForm::ShowPanels() {
   const int code = dialog_.commandCode;
-  std::vector<int> order = CommandListOrder(dialog_.kind);
+  std::vector<int> order = CommandCodes(dialog_.kind);
   auto at = std::find(order.begin(), order.end(), code);
   filling_ = true;
   if (at != order.end()) commandBox_->setCurrentIndex(static_cast<int>(at - order.begin()));
   filling_ = false;
   ShowRows();
   commandHint_->setText(CommandHint());
-  commonHypothetical_->setVisible(code == 14);
+  commonHypothetical_->setVisible(CommandUses(code, param::kHypotheticalValue.name));
   FillLists();
 }
 
 void TKijelolForm::ShowRows() {
   bool any = false;
   for (auto& [name, row] : rows_) {
-    bool shown = AppliesTo(*FindParameter(dialog_.kind, name), dialog_.commandCode);
+    bool shown = CommandUses(dialog_.commandCode, name);
     // The kind of the saved variables is asked only while saving is switched on.
     if (name == "standardizedKind") shown = shown && ToggleValue(dialog_.Value("saveStandardized")) == 2;
     parameterLayout_->setRowVisible(row.control, shown);
@@ -370,7 +369,7 @@ void TKijelolForm::FillLists() {
   // The per-variable parameter of the command, if any, is the second column.
   const ParameterDefinition* perVariable = nullptr;
   for (const ParameterDefinition& param : DialogParameters(dialog_.kind)) {
-    if (param.perVariable && AppliesTo(param, dialog_.commandCode)) perVariable = &param;
+    if (param.perVariable && CommandUses(dialog_.commandCode, param.name)) perVariable = &param;
   }
   selectedTable_->clearContents();
   selectedTable_->setRowCount(static_cast<int>(dialog_.selected.size()));
@@ -378,7 +377,7 @@ void TKijelolForm::FillLists() {
   selectedTable_->horizontalHeader()->setVisible(perVariable != nullptr);
   QString firstTitle = TagCaption(texts_, kSelectedTag);
   QString secondTitle = perVariable != nullptr
-                            ? TagCaption(texts_, ParameterTag(perVariable->name),
+                            ? TagCaption(texts_, perVariable->captionTag,
                                          Pick(ws_.language, perVariable->english, perVariable->hungarian))
                             : QString();
   selectedTable_->setHorizontalHeaderLabels({firstTitle, secondTitle});
@@ -494,7 +493,7 @@ void TKijelolForm::Reset() {
 }
 
 RunResult TKijelolForm::Run() {
-  RunResult result = RunAnalysis(ws_, dialog_, BuiltAnalyses(), ReportFormat::Text);
+  RunResult result = RunAnalysis(ws_, dialog_, ReportFormat::Text);
   // Without its statistical tables the program can't go on: the message was told, it stops.
   if (result == RunResult::TablesMissing) QCoreApplication::exit(1);
   ShowValues();  // the save switch went back to " No "

@@ -103,10 +103,10 @@ const std::vector<MenuEntry>& MainMenu() {
 }
 
 bool CommandIsBuilt(std::string_view command) {
-  static constexpr std::array<std::string_view, 14> built = {
+  static constexpr std::array<std::string_view, 13> built = {
       "file.new",  "file.open", "file.save",         "file.save_as",          "file.exit",       "file.recent",
       "edit.type_control_on", "edit.type_control_off", "variables.default", "settings.font", "settings.language",
-      "analysis.single", "settings.decimal_separator", "view.output",
+      "settings.decimal_separator", "view.output",
   };
   return std::find(built.begin(), built.end(), command) != built.end();
 }

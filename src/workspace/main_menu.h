@@ -18,7 +18,9 @@ struct MenuEntry {
 // The top-level menus in order, each with its entries.
 const std::vector<MenuEntry>& MainMenu();
 
-// Whether the work behind a command is built; the others answer "Sorry, under construction.".
+// Whether the workspace's own work behind a menu entry is built; the others answer "Sorry,
+// under construction.". The entries that open analysis dialogs are built when the command
+// table has a built command for them (MenuEntryIsBuilt in src/analyses).
 bool CommandIsBuilt(std::string_view command);
 
 }  // namespace tarvika

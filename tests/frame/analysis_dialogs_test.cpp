@@ -1,5 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <fmt/format.h>
+
+#include <fstream>
+#include <stdexcept>
+
+#include "analyses/command_table.h"
 #include "frame/analysis_dialogs.h"
 #include "memory_workspace.h"
 
@@ -15,13 +21,22 @@ MemoryWorkspace Project(Language lang = Language::English) {
 
 std::string Roles(const AnalysisRequest& r) { return std::string(r.role.begin() + 1, r.role.end()); }
 
+std::vector<int> ListOrder(DialogKind kind) {
+  std::vector<int> codes;
+  for (const CommandInfo* c : AllCommands().ListOf(kind)) codes.push_back(c->code);
+  return codes;
+}
+
 TEST(AnalysisDialogs, CommandsAndTheirListOrder) {
-  EXPECT_EQ(CommandListOrder(DialogKind::Relations), (std::vector<int>{31, 32, 34, 35, 33}));
-  EXPECT_EQ(CommandListOrder(DialogKind::SingleSample), (std::vector<int>{11, 12, 13, 14, 15}));  // 16 isn't offered
-  EXPECT_EQ(FindCommand(34)->english, "Relationship of discrete variables - Crosstab");
-  EXPECT_EQ(FindCommand(12)->hungarian, "Részletesebb mintastatisztikák");
-  EXPECT_EQ(AnalysisDialog(DialogKind::Relations).commandCode, 31);
-  EXPECT_EQ(FindCommand(17), nullptr);
+  EXPECT_EQ(ListOrder(DialogKind::Relations), (std::vector<int>{31, 32, 34, 35, 33}));
+  EXPECT_EQ(ListOrder(DialogKind::SingleSample), (std::vector<int>{11, 12, 13, 14, 15}));  // 16 isn't offered
+  EXPECT_EQ(AllCommands().Find(34)->english, "Relationship of discrete variables - Crosstab");
+  EXPECT_EQ(AllCommands().Find(12)->hungarian, "Részletesebb mintastatisztikák");
+  EXPECT_TRUE(MenuEntryIsBuilt("analysis.single"));
+  EXPECT_FALSE(MenuEntryIsBuilt("analysis.relations"));
+  EXPECT_TRUE(MenuEntryIsBuilt("file.save"));
+  EXPECT_EQ(AnalysisDialog(AllCommands(), DialogKind::Relations).commandCode, 31);
+  EXPECT_EQ(AllCommands().Find(17), nullptr);
 }
 
 TEST(AnalysisDialogs, EachDialogRefusesAnIncompleteSelectionInTheSessionLanguage) {
@@ -45,7 +60,7 @@ TEST(AnalysisDialogs, EachDialogRefusesAnIncompleteSelectionInTheSessionLanguage
   for (const Case& c : cases) {
     MemoryWorkspace m = Project(c.lang);
     m.ws.vars.SetCell(kRole, 2, "Z");
-    AnalysisDialog d(c.kind);
+    AnalysisDialog d(AllCommands(), c.kind);
     d.commandCode = c.code;
     d.selected = c.selected;
     d.grouping = c.grouping;
@@ -57,7 +72,7 @@ TEST(AnalysisDialogs, EachDialogRefusesAnIncompleteSelectionInTheSessionLanguage
 TEST(AnalysisDialogs, RolesAndTheOrderOfTheSelectedIndex) {
   MemoryWorkspace m = Project();
   // Groups: dependents X with their scale, grouping G, the first covariate C, the conditional N.
-  AnalysisDialog groups(DialogKind::Groups);
+  AnalysisDialog groups(AllCommands(), DialogKind::Groups);
   groups.commandCode = 21;
   groups.selected = {"d", "b"};
   groups.grouping = {"g"};
@@ -77,7 +92,7 @@ TEST(AnalysisDialogs, RolesAndTheOrderOfTheSelectedIndex) {
   EXPECT_EQ(index.conditional, 5);
 
   // Relations: the excluded pass first, then X, Y, N, C; the last letter wins.
-  AnalysisDialog rel(DialogKind::Relations);
+  AnalysisDialog rel(AllCommands(), DialogKind::Relations);
   rel.selected = {"a", "b"};
   rel.yList = {"b", "c"};
   rel.conditional = "c";
@@ -86,10 +101,10 @@ TEST(AnalysisDialogs, RolesAndTheOrderOfTheSelectedIndex) {
   run = PrepareRun(m.ws, rel);
   ASSERT_TRUE(run.ok()) << run.error;
   EXPECT_EQ(Roles(run.request), "XYNC  ");
-  EXPECT_EQ(run.request.Parameter("pairing"), "Cross");
+  EXPECT_EQ(run.request.Get(param::kPairing), "Cross");
 
   // Single sample: a conditional variable that is also selected is the conditional one.
-  AnalysisDialog single(DialogKind::SingleSample);
+  AnalysisDialog single(AllCommands(), DialogKind::SingleSample);
   single.selected = {"a"};
   single.conditional = "a";
   run = PrepareRun(m.ws, single);
@@ -98,7 +113,7 @@ TEST(AnalysisDialogs, RolesAndTheOrderOfTheSelectedIndex) {
 }
 
 TEST(AnalysisDialogs, ParametersTheirBoundsAndTheTrimmingRule) {
-  AnalysisDialog d(DialogKind::SingleSample);
+  AnalysisDialog d(AllCommands(), DialogKind::SingleSample);
   std::string error;
   EXPECT_FALSE(d.Set("trimmingPercent", "26", Language::English, &error));
   EXPECT_EQ(error, "trimmingPercent must be a whole number from 0 to 25.");
@@ -127,7 +142,7 @@ TEST(AnalysisDialogs, ParametersTheirBoundsAndTheTrimmingRule) {
 
 TEST(AnalysisDialogs, HypotheticalValuesAreRememberedUntilReset) {
   MemoryWorkspace m = Project();
-  AnalysisDialog d(DialogKind::SingleSample);
+  AnalysisDialog d(AllCommands(), DialogKind::SingleSample);
   d.commandCode = 14;
   d.selected = {"a", "b"};
   std::string error;
@@ -144,45 +159,85 @@ TEST(AnalysisDialogs, HypotheticalValuesAreRememberedUntilReset) {
 
 TEST(AnalysisDialogs, SourceListLeavesOutStringsAndChosenNames) {
   MemoryWorkspace m = Project();
-  AnalysisDialog d(DialogKind::Groups);
+  AnalysisDialog d(AllCommands(), DialogKind::Groups);
   d.selected = {"b"};
   d.conditional = "g";
   EXPECT_EQ(SourceList(m.ws, d), (std::vector<std::string>{"a", "c", "d"}));
 }
 
+// A stub command: one descriptor row and one function are all a new analysis needs.
+int stubRuns = 0;
+void StubAnalysis(AnalysisRun& run) {
+  ++stubRuns;
+  run.ForEachGroup([&] {
+    run.report.Line(fmt::format("group {}: {} cases, trimming {}", run.Group(), run.GroupRows().size(),
+                                run.request.Get(param::kTrimmingPercent)));
+  });
+}
+
+const CommandTable& StubTable() {
+  static const CommandTable table({
+      {.code = kBasicStatistics, .dialog = DialogKind::SingleSample, .english = "Stub", .hungarian = "Csonk",
+       .titleEnglish = "Stub report", .titleHungarian = "Csonk jelentés", .parameters = {"trimmingPercent"},
+       .analyse = StubAnalysis},
+      {.code = kDetailedStatistics, .dialog = DialogKind::SingleSample, .english = "Not built", .hungarian = "Nincs kész"},
+  });
+  return table;
+}
+
+std::string ReadReport(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return FromReportEncoding(std::string(std::istreambuf_iterator<char>(in), {}));
+}
+
 TEST(AnalysisDialogs, RunDispatchesOrAnswersUnderConstruction) {
   MemoryWorkspace m = Project(Language::Hungarian);
-  AnalysisDialog d(DialogKind::SingleSample);
+  AnalysisDialog d(StubTable(), DialogKind::SingleSample);
   d.selected = {"a"};
+  d.conditional = "g";
   d.Set("saveStandardized", "Yes", Language::English, nullptr);
-  int calls = 0;
-  AnalysisRegistry registry = {{11, [&](Workspace&, const AnalysisRequest& r, ReportFormat) {
-                                  ++calls;
-                                  return r.commandCode == 11;
-                                }}};
-  EXPECT_EQ(RunAnalysis(m.ws, d, registry, ReportFormat::Text), RunResult::Ran);
-  EXPECT_EQ(calls, 1);
+  d.Set("trimmingPercent", "5", Language::English, nullptr);
+  stubRuns = 0;
+  EXPECT_EQ(RunAnalysis(m.ws, d, ReportFormat::Text), RunResult::Ran);
+  EXPECT_EQ(stubRuns, 1);
+  const std::string text = ReadReport(m.programFolder / "output" / "zuli_akt.txt");
+  EXPECT_NE(text.find("Csonk jelentés\r\n"), std::string::npos);
+  EXPECT_NE(text.find("group 1: 1 cases, trimming 5\r\n"), std::string::npos) << text;
   EXPECT_EQ(d.Value("saveStandardized"), " No ");  // switched off so it won't run twice
-  d.commandCode = 12;
+  // The typed names refuse a parameter the dialog doesn't have, or has with another kind.
+  EXPECT_THROW(PrepareRun(m.ws, d).request.Get(param::kPairing), std::logic_error);
+  EXPECT_THROW(PrepareRun(m.ws, d).request.Get(FlagParameter{"trimmingPercent"}), std::logic_error);
+
+  d.commandCode = kDetailedStatistics;
   std::string message;
-  EXPECT_EQ(RunAnalysis(m.ws, d, registry, ReportFormat::Text, &message), RunResult::NotBuilt);
+  std::filesystem::remove(m.programFolder / "output" / "zuli_akt.txt");
+  EXPECT_EQ(RunAnalysis(m.ws, d, ReportFormat::Text, &message), RunResult::NotBuilt);
   EXPECT_EQ(message, "Elnézést, ez a rész még készül.");
   EXPECT_FALSE(std::filesystem::exists(m.programFolder / "output" / "zuli_akt.txt"));
-  EXPECT_EQ(calls, 1);
-  d.commandCode = 11;
+  EXPECT_EQ(stubRuns, 1);
+  d.commandCode = kBasicStatistics;
   d.selected.clear();
-  EXPECT_EQ(RunAnalysis(m.ws, d, registry, ReportFormat::Text), RunResult::Refused);
+  EXPECT_EQ(RunAnalysis(m.ws, d, ReportFormat::Text), RunResult::Refused);
   EXPECT_EQ(m.user.told.back(), "Legalább egy változót ki kell választania!");
+
+  // The conditional variable that is also the only selected one leaves nothing to analyse:
+  // the report says so instead of staying empty.
+  d.selected = {"g"};
+  EXPECT_EQ(RunAnalysis(m.ws, d, ReportFormat::Text), RunResult::Ran);
+  EXPECT_EQ(stubRuns, 1);
+  EXPECT_NE(ReadReport(m.programFolder / "output" / "zuli_akt.txt").find("Nem maradt elemezhető változó"),
+            std::string::npos);
 
   // A report file that can't be written stops the run before anything changes. (Tests run
   // as root, who may write anything: the file is made a folder instead.)
   d.selected = {"a"};
+  std::filesystem::remove(m.programFolder / "output" / "zuli_akt.txt");
   std::filesystem::path report = m.programFolder / "output" / "zuli_akt.txt";
   std::filesystem::create_directories(report);
-  EXPECT_EQ(RunAnalysis(m.ws, d, registry, ReportFormat::Text), RunResult::Refused);
+  EXPECT_EQ(RunAnalysis(m.ws, d, ReportFormat::Text), RunResult::Refused);
   EXPECT_EQ(m.user.told.back(),
             "A " + report.string() + " nevű fájl nyitva van. Zárja be, mielőtt Tarvika elemzéseket végez!");
-  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(stubRuns, 1);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "frame/report_writer.h"
 #include "memory_workspace.h"
 
@@ -87,25 +89,38 @@ TEST(ReportWriter, HtmlReportHasItsHeadCellsAndClosingTags) {
   report.WriteRatio(7, 2, 1, 1, 0);
   report.WriteRatio(7, 2, 1, 123456789, 1);
   report.WriteRatio(7, 2, 1, 1, 4);
+  report.TextOnlyCell("|====");
   report.EndRow();
   report.EndTable();
-  report.CloseReport();
+  report.Figure("<svg></svg>");
+  EXPECT_TRUE(report.CloseReport());
   std::vector<std::string> expected = {"<HTML><HEAD><!-- Created with Selvoran for Win/2.0 -->",
+                                       "<META charset=\"windows-1250\">",
                                        "<TITLE>Alapstatisztikák</TITLE>",
                                        "</HEAD><BODY BACKGROUND=\"HATTER.jpg\">",
                                        "<B>Alapstatisztikák</B><P>",
                                        "x &lt; y<BR>",
                                        "<TABLE BORDER>",
                                        "<TR><TD>Index</TD>",
-                                       "<TD>......</TD>",  // only a number fills the width
-                                       "<TD>TúlNagy</TD>",
-                                       "<TD>   0.25</TD>",
+                                       "<TD ALIGN=RIGHT>......</TD>",  // only a number fills the width
+                                       "<TD ALIGN=RIGHT>TúlNagy</TD>",
+                                       "<TD ALIGN=RIGHT>   0.25</TD>",
                                        "</TR>",
                                        "</TABLE>",
+                                       "<svg></svg>",
                                        "</BODY></HTML>"};
   EXPECT_EQ(CrLfLines(m.Output("zuli_akt.html")), expected);
   // On disk the report is Windows-1250: "á" is one byte.
   EXPECT_NE(m.RawOutput("zuli_akt.html").find("<TITLE>Alapstatisztik\xE1k</TITLE>"), std::string::npos);
+}
+
+TEST(ReportWriter, AFullDiskIsToldAtTheClose) {
+  MemoryWorkspace m({{"a"}}, {{"1"}});
+  std::filesystem::create_symlink("/dev/full", m.programFolder / "output" / "zuli_akt.txt");
+  ReportWriter report(m.ws);
+  ASSERT_TRUE(report.OpenReport("Title"));
+  for (int i = 0; i < 1000; ++i) report.Line("a line of the report");
+  EXPECT_FALSE(report.CloseReport());
 }
 
 TEST(ReportWriter, NamesArePaddedAndLongNamesAddedOnlyWhenLonger) {

@@ -10,7 +10,7 @@
 #include "../frame/memory_workspace.h"
 #include "frame/analysis_dialogs.h"
 #include "single/class_table.h"
-#include "single/single_sample_run.h"
+#include "analyses/command_table.h"
 #include "workspace/new_variable.h"
 
 namespace tarvika {
@@ -42,7 +42,7 @@ struct Project {
   // Runs the command on the variables with the settings ("name=value" or
   // "name:variable=value") and gives the lines of the report.
   std::vector<std::string> Run(int code, std::vector<std::string> vars, std::vector<std::string> settings = {}) {
-    AnalysisDialog dialog(DialogKind::SingleSample);
+    AnalysisDialog dialog(AllCommands(), DialogKind::SingleSample);
     dialog.commandCode = code;
     dialog.selected = std::move(vars);
     for (const std::string& s : settings) {
@@ -56,7 +56,7 @@ struct Project {
     }
     PreparedRun run = PrepareRun(m.ws, dialog);
     EXPECT_TRUE(run.ok()) << run.error;
-    EXPECT_TRUE(SingleSampleRun(m.ws, run.request));
+    EXPECT_TRUE(RunRequest(m.ws, run.request));
     return CrLfLines(m.Output("zuli_akt.txt"));
   }
   MemoryWorkspace m;

@@ -7,7 +7,7 @@
 #include "../frame/memory_workspace.h"
 #include "frame/analysis_request.h"
 #include "frame/analysis_dialogs.h"
-#include "single/single_sample_run.h"
+#include "analyses/command_table.h"
 
 namespace tarvika {
 namespace {
@@ -64,7 +64,7 @@ void ExpectSameLines(const std::vector<std::string>& actual, const std::vector<s
 
 // The run command of the single-sample dialog with the given selection.
 PreparedRun Prepare(Workspace& ws, int code, std::vector<std::string> selected, std::string conditional) {
-  AnalysisDialog dialog(DialogKind::SingleSample);
+  AnalysisDialog dialog(AllCommands(), DialogKind::SingleSample);
   dialog.commandCode = code;
   dialog.selected = std::move(selected);
   dialog.conditional = std::move(conditional);
@@ -88,7 +88,7 @@ TEST_P(BasicReport, MatchesTheReportVerifiedByHand) {
   m.ws.hooks.showReport = [&](const std::string& path) { shown = path; };
   PreparedRun run = Prepare(m.ws, 11, c.selected, c.conditional);
   ASSERT_TRUE(run.ok()) << run.error;
-  ASSERT_TRUE(SingleSampleRun(m.ws, run.request, c.format));
+  ASSERT_TRUE(RunRequest(m.ws, run.request, c.format));
   std::string file = c.format == ReportFormat::Html ? "zuli_akt.html" : "zuli_akt.txt";
   EXPECT_EQ(shown, (m.programFolder / "output" / file).string());
   std::string text = m.Output(file);
@@ -121,7 +121,7 @@ TEST(SingleSampleRun, TheDataPassReadsTheConditionalCellWithTheRow) {
                     {{"0", "10"}, {"abc", "20"}, {"1", "30"}, {"1", "50"}}, Language::English, '.', "passes");
   PreparedRun run = Prepare(m.ws, 11, {"x"}, "c");
   ASSERT_TRUE(run.ok()) << run.error;
-  ASSERT_TRUE(SingleSampleRun(m.ws, run.request, ReportFormat::Text));
+  ASSERT_TRUE(RunRequest(m.ws, run.request, ReportFormat::Text));
   std::vector<std::string> lines = CrLfLines(m.Output("zuli_akt.txt"));
   auto at = std::find(lines.begin(), lines.end(), "GROUP INDEX: 1.  Group name: zero");
   ASSERT_GE(std::distance(at, lines.end()), 7);

@@ -1,0 +1,88 @@
+#pragma once
+// The run of one analysis, the same for every command: the statistical tables are loaded
+// (before the old report is touched), the report is opened with the command's title, the
+// conditional groups are found and counted, and the command's analysis is called; it
+// writes one group at a time through ForEachGroup. Then the report is closed and handed
+// to the viewer. An analysis supplies only what it computes and writes for one group.
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/analysis_request.h"
+#include "frame/command_info.h"
+#include "frame/data_feed.h"
+#include "frame/report_writer.h"
+#include "numeric/stat_tables.h"
+
+namespace tarvika {
+
+class Workspace;
+
+enum class RunResult { Ran, Refused, NotBuilt, ReportFailed, TablesMissing };
+
+struct RunOutcome {
+  RunResult result = RunResult::Ran;
+  std::string message;  // what the person is told when the run didn't go through
+};
+
+// The tables a command asked for (CommandInfo::tables); the others stay empty.
+struct LoadedTables {
+  FTable f;
+  CriticalCountTable wilcoxon, sign;
+};
+
+class AnalysisRun {
+ public:
+  AnalysisRun(Workspace& ws, const AnalysisRequest& request, const CommandInfo& command, ReportFormat format);
+  AnalysisRun(const AnalysisRun&) = delete;
+  AnalysisRun& operator=(const AnalysisRun&) = delete;
+
+  Workspace& ws;
+  const AnalysisRequest& request;
+  const CommandInfo& command;
+  ReportWriter report;
+  const SelectedIndex index;  // the variables of the feed: "X", "C", the first "G", the "N"
+  LoadedTables tables;
+
+  std::string_view T(std::string_view english, std::string_view hungarian) const;
+  bool English() const;
+  // A message on the status line of the command's dialog.
+  void ShowProgress(std::string_view text) const;
+
+  // Reads the variables of the index; made once the report has parsed the missing codes.
+  const DataFeed& Feed() const { return *feed_; }
+
+  // The conditional grouping variable: its variable number (0 for none), its groups and
+  // the number of cases of each (entries 1..GroupCount(); without a conditional variable
+  // one group of all cases).
+  int Conditional() const { return conditional_; }
+  const GroupDefinition& Groups() const { return groups_; }
+  int GroupCount() const { return static_cast<int>(sizes_.size()) - 1; }
+  const std::vector<int>& GroupSizes() const { return sizes_; }
+  // The group being written, and the rows of its cases in order.
+  int Group() const { return group_; }
+  const std::vector<int>& GroupRows() const { return rows_; }
+
+  // Calls writeGroup once for each group that has cases, in order, with Group() and
+  // GroupRows() set.
+  void ForEachGroup(const std::function<void()>& writeGroup);
+
+ private:
+  friend RunOutcome RunCommand(Workspace&, const AnalysisRequest&, const CommandInfo&, ReportFormat);
+  void FindGroupRows();
+
+  std::optional<DataFeed> feed_;
+  int conditional_ = 0;
+  GroupDefinition groups_;
+  std::vector<int> sizes_;
+  int group_ = 0;
+  std::vector<int> rows_;
+};
+
+// One run of a built command on a prepared request.
+RunOutcome RunCommand(Workspace& ws, const AnalysisRequest& request, const CommandInfo& command, ReportFormat format);
+
+}  // namespace tarvika
