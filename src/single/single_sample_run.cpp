@@ -158,7 +158,6 @@ bool SingleSampleRunner::Run() {
 void SingleSampleRunner::ReadGroup(int group) {
   const Workspace& ws = c_.ws;
   const int k = c_.index.analysed;
-  const bool moments = c_.mode == 12 || c_.mode == 14;
   c_.stats.assign(k + 1, VariableStats{});
   c_.groupRows.clear();
   std::vector<double> values(c_.index.Count() + 1, 0);
@@ -175,24 +174,8 @@ void SingleSampleRunner::ReadGroup(int group) {
     c_.groupRows.push_back(row);
     c_.feed->ReadRow(row, k, values, missings);
     for (int i = 1; i <= k; ++i) {
-      if (missings[i]) continue;
-      VariableStats& s = c_.stats[i];
-      const double x = values[i];
-      const long double n = ++s.count;
-      const long double d = (x - static_cast<long double>(s.mean)) / n;
-      const long double e = d * d;
-      if (x > s.maximum) s.maximum = x;
-      if (x < s.minimum) s.minimum = x;
-      if (moments) {
-        s.m4 = static_cast<double>(s.m4 - 4 * d * s.m3 + 6 * e * s.m2 + (n * n - 3 * n + 3) * e * e * n * (n - 1));
-        s.m3 = static_cast<double>(s.m3 - 3 * d * s.m2 + d * e * n * (n - 1) * (n - 2));
-      }
-      s.m2 = static_cast<double>(s.m2 + n * e * (n - 1));
-      s.mean = static_cast<double>(s.mean + d);
+      if (!missings[i]) c_.stats[i].Add(values[i]);
     }
-  }
-  for (int i = 1; i <= k; ++i) {
-    if (c_.stats[i].count > 2) c_.stats[i].variance = c_.stats[i].m2 / (c_.stats[i].count - 1);
   }
 }
 
@@ -234,9 +217,6 @@ void SingleSampleRunner::WriteGroupHeading(int group) {
 }
 
 void SingleSampleRunner::WriteBasicTable() {
-  for (int i = 1; i <= c_.index.analysed; ++i) {
-    if (c_.stats[i].variance > 0.00000001) c_.stats[i].variance = std::sqrt(c_.stats[i].variance);
-  }
   c_.report.BeginTable();
   const bool english = c_.ws.language == Language::English;
   const std::vector<std::string_view> head =
@@ -254,7 +234,7 @@ void SingleSampleRunner::WriteBasicTable() {
     if (s.count == 0) {
       for (int c = 0; c < 7; ++c) c_.report.Cell("...");
     } else {
-      const double sd = s.variance;
+      const double sd = StandardDeviation(s);
       c_.report.WriteRatio(8, 8, 1, s.mean, 1);
       c_.report.WriteRatio(8, 9, 1, sd, 1);
       c_.report.WriteRatio(8, -1, s.minimum, sd, s.mean);
