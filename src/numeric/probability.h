@@ -20,7 +20,7 @@ struct PValue {
   double p = 1;
   std::string_view marker;  // SignificanceMarker(p); points at a literal, never dangles
 };
-PValue Marked(double p);
+PValue Marked(double p);  // p with SignificanceMarker(p)
 
 // Where the two numerical complaints of BETACF and BETAI go (they never stop the
 // computation). By default they are written to stderr; an empty function drops them.

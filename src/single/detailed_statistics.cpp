@@ -23,7 +23,7 @@ void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
   if (s.count == 0) {
     r.Cell(fmt::format("{:>5}{}", 0, std::string(58, '.')));
   } else {
-    const double n = s.count, se = StandardDeviation(s) / std::sqrt(n);
+    const double se = StandardErrorOfMean(s);
     const double half = se * std::sqrt(c.CriticalF(s.count - 1));
     r.Cell(fmt::format("{:>5}", s.count));
     r.WriteRatio(8, 0, 1, median, 1);

@@ -120,9 +120,11 @@ void TestBlock::EstimatesTable() {
   r_.Cell("");
   r_.Cell(fmt::format("{}{}%)", c_.T("limits (", "határok ("), c_.ConfidencePercent()));
   r_.EndRow();
-  ParameterRow(c_.T("Mean:", "Átlag:"), n_ - 1, Decimals(s.mean), sd_ / std::sqrt(n_), s.mean);
+  ParameterRow(c_.T("Mean:", "Átlag:"), n_ - 1, Decimals(s.mean), StandardErrorOfMean(s), s.mean);
   ParameterRow(c_.T("SD:", "Szórás:"), n_ - 1, 4, -1, sd_);
-  if (s.mean > 2 * kZeroTolerance) ParameterRow(c_.T("Coef. of variation:", "Variációs eh.:"), n_ - 1, 2, -1, sd_ / s.mean);
+  if (s.mean > 2 * kZeroTolerance) {
+    ParameterRow(c_.T("Coef. of variation:", "Variációs eh.:"), n_ - 1, 2, -1, sd_ / s.mean);
+  }
   if (trim_.hasTrimming) {
     r_.FirstCell(fmt::format("{}{}%", c_.T("Trimming = ", "Trimmelés = "), percent_));
     r_.EndRow();
@@ -215,10 +217,10 @@ void TestBlock::TestForm() {
     r_.Line(c_.English() ? "Test of the null hypothesis that the population trimmed mean equals " + H()
                          : "A H0: Az elméleti trimmelt átlag = " + H() + " nullhipotézis vizsgálata:");
     const TTest tt = TrimmedT(trim_, percent_, n_, h_);
+    const std::string ttMarker = FTabLookup(c_.ftable, 1, tt.df, tt.t * tt.t).marker;
     r_.Line(fmt::format("{}{}%): Tt({}) = {}{}  (p = {})",
                         c_.T("   - Trimmed t test (trimming = ", "   - Trimmelt t-próba (trimmelés = "),
-                        100 * trim_.trimmedCount / n_, tt.df, Fixed(tt.t, 3), FTabLookup(c_.ftable, 1, tt.df, tt.t * tt.t).marker,
-                        Fixed(tt.p.p, 4)));
+                        100 * trim_.trimmedCount / n_, tt.df, Fixed(tt.t, 3), ttMarker, Fixed(tt.p.p, 4)));
   } else if (percent_ > 0.5) {
     r_.Line(c_.T("Trimmed t test was not performed due to small sample size and trimming %.",
                  "A trimmelt t-próbához kicsi a minta és/vagy a megadott trimmelési %."));

@@ -70,7 +70,8 @@ MergedCells MergeSmallExpectedCells(std::span<double> expected, std::span<double
   return out;
 }
 
-ChiSquareNormalityTest ChiSquareNormality(std::span<const double> values, std::span<const std::int32_t> frequencies,
+ChiSquareNormalityTest ChiSquareNormality(std::span<const double> values,
+                                          std::span<const std::int32_t> frequencies,
                                           const MomentAccumulator& m) {
   ChiSquareNormalityTest out;
   std::vector<double> expected = ExpectedNormalCounts(values, m);

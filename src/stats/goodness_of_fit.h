@@ -49,7 +49,8 @@ struct ChiSquareNormalityTest {
   int smallExpected = 0;  // cells expecting fewer than 5, before merging
   bool ManySmallExpected() const { return smallExpected > 0.2 * cells; }
 };
-ChiSquareNormalityTest ChiSquareNormality(std::span<const double> values, std::span<const std::int32_t> frequencies,
+ChiSquareNormalityTest ChiSquareNormality(std::span<const double> values,
+                                          std::span<const std::int32_t> frequencies,
                                           const MomentAccumulator& m);
 
 // Equal frequencies in k groups: the standardized residuals (f - e)/sqrt(e) with the marker

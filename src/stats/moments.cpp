@@ -28,6 +28,10 @@ double StandardDeviation(const MomentAccumulator& m) {
   return v > kZeroTolerance ? std::sqrt(v) : v;
 }
 
+double StandardErrorOfMean(const MomentAccumulator& m) {
+  return StandardDeviation(m) / std::sqrt(static_cast<double>(m.count));
+}
+
 double Skewness(const MomentAccumulator& m) {
   const double v = Variance(m);
   if (v <= kZeroTolerance) return 0;
@@ -44,7 +48,9 @@ double Kurtosis(const MomentAccumulator& m) {
   return 3;
 }
 
-double ZeroBelowPrintThreshold(double x) { return std::fabs(x) < 0.00045 ? 0 : x; }
+double ZeroBelowPrintThreshold(double x) {
+  return std::fabs(x) < 0.00045 ? 0 : x;
+}
 
 ShapeTest NormalityByShape(const MomentAccumulator& m) {
   ShapeTest out;

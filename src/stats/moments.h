@@ -29,6 +29,8 @@ struct MomentAccumulator {
 double Variance(const MomentAccumulator& m);
 // The root of the variance; a variance not above the zero tolerance is taken as it is.
 double StandardDeviation(const MomentAccumulator& m);
+// SD/sqrt(n).
+double StandardErrorOfMean(const MomentAccumulator& m);
 // The adjusted skewness n/((n-1)(n-2)) m3/SD^3 and the excess kurtosis
 // n(n+1)(n-1) m4/((n-2)(n-3) m2^2) - 3(n-1)^2/((n-2)(n-3)); 0 when there is no variance.
 double Skewness(const MomentAccumulator& m);

@@ -21,12 +21,14 @@ GayenTerms Gayen(double n, double t) {
   auto I = [x](double a, double b) { return BETAI(a, b, x); };
   GayenTerms g;
   g.p0 = 0.5 * I((n - 1) / 2, 0.5);
-  g.p1s = ((n - 0.5) * I((n - 1) / 2, 1) - (n - 1) * I((n + 1) / 2, 1)) / (3 * std::sqrt(2 * n * 3.141592654));
+  g.p1s =
+      ((n - 0.5) * I((n - 1) / 2, 1) - (n - 1) * I((n + 1) / 2, 1)) / (3 * std::sqrt(2 * n * 3.141592654));
   const double c = (n - 1) / (24 * n);
-  g.p1 = (n - 1) / 24 * I((n - 1) / 2, 0.5) - 2 * c * (n + 2) * I((n + 1) / 2, 0.5) + c * (n + 4) * I((n + 3) / 2, 0.5);
+  g.p1 = (n - 1) / 24 * I((n - 1) / 2, 0.5) - 2 * c * (n + 2) * I((n + 1) / 2, 0.5) +
+         c * (n + 4) * I((n + 3) / 2, 0.5);
   const double d = n * n + 5 * n + 8, e = (n - 1) / (24 * n), f = (d + 4) * e;
-  g.p2 = (n - 1) * (2 * n + 5) / 72 * I((n - 1) / 2, 0.5) - d * e * I((n + 1) / 2, 0.5) + f * I((n + 3) / 2, 0.5) -
-         f / 3 * I((n + 5) / 2, 0.5);
+  g.p2 = (n - 1) * (2 * n + 5) / 72 * I((n - 1) / 2, 0.5) - d * e * I((n + 1) / 2, 0.5) +
+         f * I((n + 3) / 2, 0.5) - f / 3 * I((n + 5) / 2, 0.5);
   return g;
 }
 
@@ -36,12 +38,16 @@ TTest OneSampleT(const MomentAccumulator& m, double h) {
   const double n = m.count, sd = StandardDeviation(m);
   TTest out;
   out.df = m.count - 1;
-  if (std::fabs(m.mean - h) >= kZeroTolerance) out.t = sd < kZeroTolerance ? 99 : std::sqrt(n) * (m.mean - h) / sd;
+  if (std::fabs(m.mean - h) >= kZeroTolerance) {
+    out.t = sd < kZeroTolerance ? 99 : std::sqrt(n) * (m.mean - h) / sd;
+  }
   out.p = StudentP2(out.t, n - 1);
   return out;
 }
 
-bool SkewnessCorrectionsApply(double t, int n) { return std::fabs(t) <= 10 && n < 500; }
+bool SkewnessCorrectionsApply(double t, int n) {
+  return std::fabs(t) <= 10 && n < 500;
+}
 
 TTest JohnsonT(const MomentAccumulator& m, double t) {
   const double n = m.count;
@@ -75,7 +81,8 @@ TTest TrimmedT(const TrimmedStatistics& trim, int percent, int n, double h) {
   return out;
 }
 
-SignedRankTest WilcoxonSignedRank(const SignedRanks& ranks, std::span<const double> deviations, int deviationCount) {
+SignedRankTest WilcoxonSignedRank(const SignedRanks& ranks, std::span<const double> deviations,
+                                  int deviationCount) {
   SignedRankTest out;
   const int m = deviationCount;
   out.rPlus = ranks.rankSumPlus;
@@ -85,7 +92,9 @@ SignedRankTest WilcoxonSignedRank(const SignedRanks& ranks, std::span<const doub
     MidRanks(midRanks, m);
     const double total = m * (m + 1) / 2.0;
     const double smaller = std::min(out.rPlus, total - out.rPlus);
-    if (std::fabs(m * (m + 1) / 4.0 - smaller) > kZeroTolerance) exactP = WilcoxonExactP(m, smaller, midRanks).p.p;
+    if (std::fabs(m * (m + 1) / 4.0 - smaller) > kZeroTolerance) {
+      exactP = WilcoxonExactP(m, smaller, midRanks).p.p;
+    }
   }
   const double big = ranks.n;
   out.rMinus = big * (big + 1) / 2 - out.rPlus;

@@ -48,7 +48,8 @@ struct SignedRankTest {
   double z = 0;  // with byNormal
   PValue p;
 };
-SignedRankTest WilcoxonSignedRank(const SignedRanks& ranks, std::span<const double> deviations, int deviationCount);
+SignedRankTest WilcoxonSignedRank(const SignedRanks& ranks, std::span<const double> deviations,
+                                  int deviationCount);
 
 // The sign test: the cases below and above h (those equal to it left out), exact binomial
 // up to 50 of them, the normal approximation beyond.

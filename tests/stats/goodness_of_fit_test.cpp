@@ -1,6 +1,8 @@
 // The goodness-of-fit tests against R (reference/one_sample.R). The normal distribution
 // function is a polynomial good to about 1e-5, which bounds the agreement.
 
+#include "stats/goodness_of_fit.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,7 +10,6 @@
 #include <vector>
 
 #include "../numeric/reference_csv.h"
-#include "stats/goodness_of_fit.h"
 
 namespace tarvika {
 namespace {
@@ -39,7 +40,8 @@ TEST(GoodnessOfFit, ChiSquareAgainstTheNormal) {
     for (int k = 0; k < frequencies[e]; ++k) m.Add(values[e]);
   }
   const std::vector<double> expected = ExpectedNormalCounts(values, m);
-  EXPECT_NEAR(*std::min_element(expected.begin(), expected.end()), reference.Number(0, "smallest_expected"), 1e-2);
+  EXPECT_NEAR(*std::min_element(expected.begin(), expected.end()), reference.Number(0, "smallest_expected"),
+              1e-2);
   const ChiSquareNormalityTest test = ChiSquareNormality(values, frequencies, m);
   EXPECT_EQ(test.cells, 5);
   EXPECT_EQ(test.smallExpected, 0);

@@ -1,5 +1,7 @@
 // Moments and the one-sample tests against R (reference/one_sample.R).
 
+#include "stats/one_sample_tests.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -9,7 +11,6 @@
 #include "numeric/order_stats.h"
 #include "numeric/tolerance.h"
 #include "stats/moments.h"
-#include "stats/one_sample_tests.h"
 
 namespace tarvika {
 namespace {
