@@ -158,7 +158,8 @@ bool SingleSampleRunner::Run() {
 void SingleSampleRunner::ReadGroup(int group) {
   const Workspace& ws = c_.ws;
   const int k = c_.index.analysed;
-  c_.stats.assign(k + 1, VariableStats{});
+  const bool moments = c_.mode == 12 || c_.mode == 14;
+  c_.stats.assign(k + 1, VariableStats(moments));
   c_.groupRows.clear();
   std::vector<double> values(c_.index.Count() + 1, 0);
   std::vector<std::uint8_t> missings(c_.index.Count() + 1, 1);

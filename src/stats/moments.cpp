@@ -12,9 +12,11 @@ void MomentAccumulator::Add(double x) {
   const long double e = d * d;
   if (x > maximum) maximum = x;
   if (x < minimum) minimum = x;
-  // m4 and m3 first: each update reads the lower sums before they take this value.
-  m4 = static_cast<double>(m4 - 4 * d * m3 + 6 * e * m2 + (n * n - 3 * n + 3) * e * e * n * (n - 1));
-  m3 = static_cast<double>(m3 - 3 * d * m2 + d * e * n * (n - 1) * (n - 2));
+  if (higherMoments) {
+    // m4 and m3 first: each update reads the lower sums before they take this value.
+    m4 = static_cast<double>(m4 - 4 * d * m3 + 6 * e * m2 + (n * n - 3 * n + 3) * e * e * n * (n - 1));
+    m3 = static_cast<double>(m3 - 3 * d * m2 + d * e * n * (n - 1) * (n - 2));
+  }
   m2 = static_cast<double>(m2 + n * e * (n - 1));
   mean = static_cast<double>(mean + d);
 }

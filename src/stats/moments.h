@@ -11,10 +11,13 @@ namespace tarvika {
 
 // The running mean and central sums m2 = sum (x - mean)^2, m3, m4 of the values added so
 // far, with their extremes. The sums are updated in extended precision, value by value, so
-// that no second pass is needed.
+// that no second pass is needed. m3 and m4, which only skewness and kurtosis need, cost as
+// much as the rest and are summed only when asked for; without them they stay 0.
 struct MomentAccumulator {
+  explicit MomentAccumulator(bool withHigherMoments = true) : higherMoments(withHigherMoments) {}
   void Add(double x);
 
+  bool higherMoments = true;
   std::int32_t count = 0;
   double mean = 0;
   double m2 = 0;
