@@ -5,13 +5,12 @@
 
 #include "frame/report_writer.h"
 #include "lang/utf8.h"
+#include "numeric/tolerance.h"
 #include "workspace/numbers.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
 namespace {
-
-constexpr double kTolerance = 1e-08;
 
 bool IsMissingByCodes(const MissingCodes& m, double x) {
   switch (m.count) {
@@ -20,14 +19,15 @@ bool IsMissingByCodes(const MissingCodes& m, double x) {
     case 3: {
       const double codes[3] = {m.lo, m.hi, m.extra};
       for (int k = 0; k < m.count; ++k) {
-        if (std::fabs(x - codes[k]) < kTolerance) return true;
+        if (std::fabs(x - codes[k]) < kZeroTolerance) return true;
       }
       return false;
     }
     case 4:
-      return m.lo - kTolerance < x && x < m.hi + kTolerance;
+      return m.lo - kZeroTolerance < x && x < m.hi + kZeroTolerance;
     case 5:
-      return (m.lo - kTolerance < x && x < m.hi + kTolerance) || std::fabs(x - m.extra) < kTolerance;
+      return (m.lo - kZeroTolerance < x && x < m.hi + kZeroTolerance) ||
+             std::fabs(x - m.extra) < kZeroTolerance;
     default:
       return false;
   }
@@ -98,12 +98,12 @@ GroupDefinition GetGroupDefinition(const Workspace& ws, int v) {
     d.names[i] = std::string(Utf8Prefix(e.label, kGroupNameLength));
   }
   if (d.kind == 2) {
-    d.lo[1] -= kTolerance;
-    d.hi[d.count] += kTolerance;
+    d.lo[1] -= kZeroTolerance;
+    d.hi[d.count] += kZeroTolerance;
     for (int i = 1; i < d.count; ++i) {
-      if (std::fabs(d.hi[i] - d.lo[i + 1]) >= 2 * kTolerance) {
-        d.hi[i] += kTolerance;
-        d.lo[i + 1] -= kTolerance;
+      if (std::fabs(d.hi[i] - d.lo[i + 1]) >= 2 * kZeroTolerance) {
+        d.hi[i] += kZeroTolerance;
+        d.lo[i + 1] -= kZeroTolerance;
       }
     }
   }
@@ -127,7 +127,7 @@ GroupDefinition GetGroupDefinition(const Workspace& ws, int v) {
 int FindGroup(const GroupDefinition& d, double x) {
   if (d.kind == 1 || d.kind == 3) {
     for (int i = 1; i <= d.count; ++i) {
-      if (std::fabs(x - d.lo[i]) < kTolerance) return i;
+      if (std::fabs(x - d.lo[i]) < kZeroTolerance) return i;
     }
   } else if (d.kind == 2) {
     for (int i = 1; i <= d.count; ++i) {

@@ -38,7 +38,7 @@ class DataFeed {
   // and a missing code are missing.
   void ReadValue(int row, int variable, double& value, bool& missing) const;
 
-  // The comparison with the declared codes, tolerance 1e-08.
+  // The comparison with the declared codes, within the zero tolerance.
   bool IsMissingCode(int variable, double x) const;
 
  private:
@@ -53,7 +53,8 @@ class DataFeed {
 // don't parse.
 GroupDefinition GetGroupDefinition(const Workspace& ws, int v);
 
-// The entry that holds x (codes: |x - code| < 1e-08; intervals: lo < x <= hi), 0 for none.
+// The entry that holds x (codes: |x - code| below the zero tolerance; intervals:
+// lo < x <= hi), 0 for none.
 int FindGroup(const GroupDefinition& definition, double x);
 
 // The merged group of x, 0 for none.

@@ -8,6 +8,7 @@
 
 #include "lang/cp1250.h"
 #include "lang/utf8.h"
+#include "numeric/tolerance.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -63,7 +64,7 @@ std::string CompleteReportPath(const std::string& programFolder) {
 std::string RatioText(Language lang, int width, int decimals, double guard, double numerator, double denominator,
                       bool padToWidth) {
   if (std::fabs(numerator) < 1e-05) numerator = 0;
-  if (std::fabs(denominator) < 1e-08) return "......";
+  if (std::fabs(denominator) < kZeroTolerance) return "......";
   double value = numerator / denominator;
   if (decimals < 0 && guard < 0) return "......";
   double a = std::fabs(value);
@@ -73,7 +74,7 @@ std::string RatioText(Language lang, int width, int decimals, double guard, doub
     d = decimals;
   } else {
     d = a >= 1000000 ? 0 : a >= 1000 ? 1 : a >= 10 ? 2 : a >= 0.1 ? 3 : 4;
-    if (a - std::floor(a) < 1e-08 && decimals < 8) d = 0;
+    if (a - std::floor(a) < kZeroTolerance && decimals < 8) d = 0;
     if (a < 1e-05 && decimals == 9) d = 0;
   }
   std::string s = FormatFixed(value, d);

@@ -93,7 +93,7 @@ class ReportWriter {
   void Figure(std::string_view svg);
 
   // The number cell of all tables (the text of RatioText, framed as a cell):
-  //  - |numerator| below 1e-05 counts as 0; |denominator| below 1e-08 gives "......";
+  //  - |numerator| below 1e-05 counts as 0; |denominator| below the zero tolerance gives "......";
   //  - negative decimals with a negative guard give "......";
   //  - width above 2 and |value| >= 10^width gives "TooBig";
   //  - decimals 1..7 print that many decimals;

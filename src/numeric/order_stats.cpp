@@ -58,7 +58,7 @@ void MidRanks(std::span<double> values, int n) {
   int i = 0;
   while (i < n) {
     int t = 1;
-    while (i + t < n && values[i + t] - values[i] < kValueTolerance) ++t;
+    while (i + t < n && values[i + t] - values[i] < kZeroTolerance) ++t;
     double rank = (t + 1) / 2.0 + (i + 1) - 1;
     for (int k = i; k < i + t; ++k) values[k] = rank;
     i += t;
@@ -67,9 +67,9 @@ void MidRanks(std::span<double> values, int n) {
 
 int DistinctValueIndex::Find(double x) const {
   int match = -1;
-  auto it = index_.lower_bound(x - kValueTolerance);
-  for (; it != index_.end() && it->first < x + kValueTolerance; ++it) {
-    if (std::fabs(it->first - x) < kValueTolerance && (match < 0 || it->second < match)) match = it->second;
+  auto it = index_.lower_bound(x - kZeroTolerance);
+  for (; it != index_.end() && it->first < x + kZeroTolerance; ++it) {
+    if (std::fabs(it->first - x) < kZeroTolerance && (match < 0 || it->second < match)) match = it->second;
   }
   return match;
 }
@@ -146,7 +146,7 @@ OrderStatistics ValueTable::OrderStats(int n, double minimum, double maximum) {
     if (Binned()) {
       return ((k - 0.5) * binWidth_ + minimum) + (target - p.cumulative + freq_[k]) * binWidth_ / freq_[k];
     }
-    if (std::fabs(p.cumulative - target) < kValueTolerance && k + 1 < count_) return (values_[k] + values_[k + 1]) / 2;
+    if (std::fabs(p.cumulative - target) < kZeroTolerance && k + 1 < count_) return (values_[k] + values_[k + 1]) / 2;
     return values_[k];
   };
   int k = 0;
@@ -162,7 +162,7 @@ OrderStatistics ValueTable::OrderStats(int n, double minimum, double maximum) {
 
 TrimmedStatistics ValueTable::TrimmedStats(int n, double p) {
   TrimmedStatistics out;
-  int g = static_cast<int>(std::round(0.01 * p * n + kValueTolerance));
+  int g = static_cast<int>(std::round(0.01 * p * n + kZeroTolerance));
   int h = n - 2 * g;
   out.trimmedCount = g;
   out.keptCount = h;
@@ -178,7 +178,7 @@ TrimmedStatistics ValueTable::TrimmedStats(int n, double p) {
   int t = k;
   double high = values_[t], cHigh = freq_[t] + n - c;
   out.trimDF = h - 1;
-  if (std::fabs(low - high) < kValueTolerance) {
+  if (std::fabs(low - high) < kZeroTolerance) {
     out.trimmedMean = high;
     out.winsorizedSD = 0;
     return out;
@@ -193,13 +193,13 @@ TrimmedStatistics ValueTable::TrimmedStats(int n, double p) {
   s1 += (low + high) * g;
   s2 += low * low * cLow + high * high * cHigh;
   double w = (s2 - s1 * s1 / n) / (n - 1);
-  out.winsorizedSD = w > kValueTolerance ? std::sqrt(w) : w;
+  out.winsorizedSD = w > kZeroTolerance ? std::sqrt(w) : w;
   return out;
 }
 
 SignedRanks ValueTable::SignedRankSums(double reference, int n) {
   SignedRanks out;
-  double tolerance = kValueTolerance;
+  double tolerance = kZeroTolerance;
   if (Binned()) {
     for (int k = 0; k < count_; ++k) values_[k] = (k + 0.5) * binWidth_ + minimum_;
     tolerance = 0.5 * binWidth_;
@@ -241,7 +241,7 @@ SignedRanks ValueTable::SignedRankSums(double reference, int n) {
   int k = 0;
   while (k < count_) {
     int end = k + 1;
-    while (end < count_ && values_[end] - values_[k] < kValueTolerance) ++end;
+    while (end < count_ && values_[end] - values_[k] < kZeroTolerance) ++end;
     double t = 0;
     for (int e = k; e < end; ++e) t += freq_[e];
     out.tieCorrection += (t * t - 1) * 0.020833333 * t;
@@ -252,19 +252,5 @@ SignedRanks ValueTable::SignedRankSums(double reference, int n) {
   }
   return out;
 }
-
-double SampleSkewness(double n, double m3, double s, double v, double former) {
-  if (v <= kValueTolerance) return former;
-  if (n > 2) return n * (m3 / (n - 1) / (n - 2)) / (s * v);
-  return m3 / (n * s * v);
-}
-
-double SampleKurtosis(double n, double m2, double m4, double v, double former) {
-  if (v <= kValueTolerance) return former;
-  if (n > 3) return (n * (n + 1) * m4 - 3 * (n - 1) * m2 * m2) / (v * v) / (n - 1) / (n - 2) / (n - 3);
-  return 3;
-}
-
-double ZeroBelowPrintThreshold(double x) { return std::fabs(x) < 0.00045 ? 0 : x; }
 
 }  // namespace tarvika

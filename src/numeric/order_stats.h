@@ -2,17 +2,17 @@
 // Order statistics of one variable without keeping its values: a table of distinct values
 // with frequencies that turns into equal-width bins when there are too many, and the
 // median, quartiles, trimmed and winsorized statistics and signed ranks computed on it.
-// Also the exchange sort whose order among equal keys the analyses rely on, mid-ranks, and
-// the skewness and kurtosis conventions.
+// Also the exchange sort whose order among equal keys the analyses rely on, and mid-ranks.
 
 #include <cstdint>
 #include <map>
 #include <span>
 #include <vector>
 
+#include "numeric/tolerance.h"
+
 namespace tarvika {
 
-inline constexpr double kValueTolerance = 0.00000001;
 inline constexpr int kMaxDistinctValues = 20000;
 inline constexpr int kValueTableSize = kMaxDistinctValues + 1;
 
@@ -105,12 +105,5 @@ class ValueTable {
   DistinctValueIndex index_;  // not a linear search
 
 };
-
-// Skewness and excess kurtosis from the central sums m2, m3, m4, the standard deviation s
-// and the variance v of n values. When v is not above the tolerance the former value stands.
-double SampleSkewness(double n, double m3, double s, double v, double former);
-double SampleKurtosis(double n, double m2, double m4, double v, double former);
-// Skewness and kurtosis below 0.00045 in absolute value print as 0.
-double ZeroBelowPrintThreshold(double x);
 
 }  // namespace tarvika

@@ -7,18 +7,14 @@
 #include <iostream>
 #include <utility>
 
+#include "numeric/tolerance.h"
+
 namespace tarvika {
 
 namespace {
 
 // Intermediate arithmetic runs in extended precision; arguments and results are doubles.
 using Real = long double;
-
-// The tolerance of every zero test on floating-point numbers in the program.
-constexpr Real kZero = 0.00000001L;
-
-thread_local std::string lastMarker;
-thread_local double lastEnumerationCount = 0;
 
 DiagnosticHook& Diagnostics() {
   static DiagnosticHook hook = [](std::string_view message) { std::cerr << message << '\n'; };
@@ -27,12 +23,6 @@ DiagnosticHook& Diagnostics() {
 
 void Complain(std::string_view message) {
   if (Diagnostics()) Diagnostics()(message);
-}
-
-// Returns p and leaves its marker for the report.
-double Marked(Real p) {
-  SignificanceMarker(static_cast<double>(p), lastMarker);
-  return static_cast<double>(p);
 }
 
 Real LnGammaL(Real x) {
@@ -98,8 +88,8 @@ Real UpperNormal2(Real z) {
 // The auxiliary function of the Peizer-Pratt approximation.
 Real PeizerPrattG(Real w) {
   w = std::fabs(w);
-  if (w < kZero) return 1;
-  if (std::fabs(w - 1) < kZero) return 0;
+  if (w < kZeroTolerance) return 1;
+  if (std::fabs(w - 1) < kZeroTolerance) return 0;
   return (1 - w * w + 2 * w * std::log(w)) / ((1 - w) * (1 - w));
 }
 
@@ -113,14 +103,14 @@ Real PeizerPrattFP(Real f, Real df1, Real df2) {
   const Real d = (1.0L / 6 + a) - (1.0L / 3 + n) * x + 0.04L * c;
   const Real s = 1 + y * PeizerPrattG(a / (n * x)) + x * PeizerPrattG(b / (n * y));
   const Real v = s / ((1.0L / 6 + n) * x * y);
-  const Real z = v <= kZero ? 0 : d * std::sqrt(v);
+  const Real z = v <= kZeroTolerance ? 0 : d * std::sqrt(v);
   return 1 - NormalCdfL(z);
 }
 
 // Upper tail of chi-square for df above 100, a normal approximation in chi-square units:
 // there is no factor 2 under the root, which the same form carries in gamma units.
 Real LargeDfChiSquareP(Real x, int df) {
-  if (std::fabs(x - df + 1) < kZero) {
+  if (std::fabs(x - df + 1) < kZeroTolerance) {
     const Real z = (df + 0.24L) / (3 * df * std::sqrt(2.0L * df - 2));
     return 1 - NormalCdfL(z);
   }
@@ -185,16 +175,8 @@ std::string_view SignificanceMarker(double p) {
   return "";
 }
 
-void SignificanceMarker(double p, std::string& marker) {
-  marker = SignificanceMarker(p);
-}
-
-const std::string& LastMarker() {
-  return lastMarker;
-}
-
-double LastEnumerationCount() {
-  return lastEnumerationCount;
+PValue Marked(double p) {
+  return {p, SignificanceMarker(p)};
 }
 
 void SetDiagnosticHook(DiagnosticHook hook) {
@@ -227,24 +209,18 @@ double NormalCdf(double z) {
   return static_cast<double>(NormalCdfL(z));
 }
 
-double NormalP2(double z) {
-  return Marked(UpperNormal2(z));
+PValue NormalP2(double z) {
+  return Marked(static_cast<double>(UpperNormal2(z)));
 }
 
-double StudentP2(double t, double df) {
-  if (df < 1) {
-    lastMarker.clear();
-    return 1;
-  }
+PValue StudentP2(double t, double df) {
+  if (df < 1) return Marked(1);
   if (df >= 100000) return NormalP2(t);
-  return Marked(BetaIL(0.5L * df, 0.5L, 1 / (1 + static_cast<Real>(t) * t / df)));
+  return Marked(static_cast<double>(BetaIL(0.5L * df, 0.5L, 1 / (1 + static_cast<Real>(t) * t / df))));
 }
 
-double CorrelationP2(double r, int df) {
-  if (df < 1) {
-    lastMarker.clear();
-    return 1;
-  }
+PValue CorrelationP2(double r, int df) {
+  if (df < 1) return Marked(1);
   const Real r2 = static_cast<Real>(r) * r;
   const Real t = r2 < 0.99999999L ? std::sqrt(df * r2 / (1 - r2)) : 100;
   return StudentP2(static_cast<double>(t), df);
@@ -255,53 +231,55 @@ double FProbBeta(double f, double df1, double df2) {
   return static_cast<double>(BetaIL(0.5L * df2, 0.5L * df1, x));
 }
 
-double FProb(double f, double df1, double df2) {
-  if (f < kZero) return 1;
+PValue FProb(double f, double df1, double df2) {
+  if (f < kZeroTolerance) return Marked(1);
   const double dmin = std::min(df1, df2), dmax = std::max(df1, df2);
   if (dmin >= 20 && f > 12) return Marked(0);
   if (dmin < 6 || (dmin < 20 && dmax < 2000)) return Marked(FProbBeta(f, df1, df2));
-  return Marked(PeizerPrattFP(f, df1, df2));
+  return Marked(static_cast<double>(PeizerPrattFP(f, df1, df2)));
 }
 
-double ChiSquareP(double x, int df) {
-  if (x < kZero) return 1;
-  if (df < 1) {  // no test; callers never ask for it
-    lastMarker.clear();
-    return 1;
+PValue ChiSquareP(double x, int df) {
+  if (x < kZeroTolerance) return Marked(1);
+  if (df < 1) return Marked(1);  // no test; callers never ask for it
+  if (x > df + 100 * std::sqrt(static_cast<Real>(df))) return Marked(0);
+  Real p = 0;
+  if (df == 1) {
+    p = UpperNormal2(std::sqrt(static_cast<Real>(x)));
+  } else if (df > 100) {
+    p = LargeDfChiSquareP(x, df);
+  } else if (df % 2 == 0) {
+    p = EvenDfChiSquareP(x, df);
+  } else {
+    p = OddDfChiSquareP(x, df);
   }
-  if (x > df + 100 * std::sqrt(static_cast<Real>(df))) return 0;
-  if (df == 1) return Marked(UpperNormal2(std::sqrt(static_cast<Real>(x))));
-  if (df > 100) return Marked(LargeDfChiSquareP(x, df));
-  if (df % 2 == 0) return Marked(EvenDfChiSquareP(x, df));
-  return Marked(OddDfChiSquareP(x, df));
+  return Marked(static_cast<double>(p));
 }
 
 double ChiSquareCritical(int index, int df) {
   static constexpr double kAlpha[] = {0.1, 0.05, 0.01, 0.001};
   const double target = kAlpha[std::clamp(index, 1, 4) - 1];
-  const std::string kept = lastMarker;  // this function leaves no marker
   double low = 0, high = 10000, mid = 0;
   for (int round = 1; round <= 1001; ++round) {
     mid = (low + high) / 2;
-    const double p = ChiSquareP(mid, df);
+    const double p = ChiSquareP(mid, df).p;
     if (p >= target) low = mid;
     if (p <= target) high = mid;
     if (std::fabs(p - target) < 1e-9) break;
   }
-  lastMarker = kept;
   return mid;
 }
 
-double KolmogorovP(double d) {
+PValue KolmogorovP(double d) {
   const Real dd = d;
   if (dd < 0.37L) return Marked(1);
   if (dd < 1) {
     const double q = static_cast<double>(std::exp(-1.233701L / (dd * dd)));
-    return Marked(1 - 2.506628L * (q + IntPower(q, 9) + IntPower(q, 25)) / dd);
+    return Marked(static_cast<double>(1 - 2.506628L * (q + IntPower(q, 9) + IntPower(q, 25)) / dd));
   }
   if (dd < 3.1L) {
     const double q = static_cast<double>(std::exp(-2 * dd * dd));
-    return Marked(2 * (static_cast<Real>(q) - IntPower(q, 4) + IntPower(q, 9) - IntPower(q, 16)));
+    return Marked(static_cast<double>(2 * (static_cast<Real>(q) - IntPower(q, 4) + IntPower(q, 9) - IntPower(q, 16))));
   }
   return Marked(0);
 }
@@ -340,11 +318,9 @@ double BinomialTail(int k, int n, double p, double np) {
   return static_cast<double>(sum);
 }
 
-void SignTestP(int k, int n, double& z, double& p, std::string& marker) {
-  if (n < 2) {
-    marker.clear();
-    return;
-  }
+SignTestP2 SignTestP(int k, int n) {
+  SignTestP2 out;
+  if (n < 2) return out;
   int sign = 1;
   if (k < n / 2.0) {
     k = n - k;
@@ -352,27 +328,26 @@ void SignTestP(int k, int n, double& z, double& p, std::string& marker) {
   }
   Real zz = 2 * k - n;
   if (zz > 1) zz -= 1;  // continuity
-  if (std::fabs(zz) >= kZero) zz /= std::sqrt(static_cast<Real>(n));
-  z = static_cast<double>(sign * zz);
+  if (std::fabs(zz) >= kZeroTolerance) zz /= std::sqrt(static_cast<Real>(n));
+  out.z = static_cast<double>(sign * zz);
   if (n > 50) {
-    p = NormalP2(z);
+    out.p = NormalP2(out.z);
   } else {
     Real sum = 0;
     for (int i = k; i <= n; ++i) sum += BinomialHalfTerm(i, n);
-    p = Marked(std::min<Real>(1, 2 * sum));
+    out.p = Marked(static_cast<double>(std::min<Real>(1, 2 * sum)));
   }
-  marker = lastMarker;
+  return out;
 }
 
-double WilcoxonExactP(int n, double t, std::span<const double> ranks) {
-  if (n < 2 || n > 20 || static_cast<int>(ranks.size()) < n) {
-    lastEnumerationCount = 0;
-    return 1;
-  }
-  const Real count = CountPatterns(ranks.first(n), 0, 0, t + kZero);
-  lastEnumerationCount = static_cast<double>(count);
-  if (count == 0) return 0;
-  return static_cast<double>(std::min<Real>(1, 2 * std::exp(std::log(count) - n * std::log(2.0L))));
+EnumeratedP WilcoxonExactP(int n, double t, std::span<const double> ranks) {
+  EnumeratedP out;
+  if (n < 2 || n > 20 || static_cast<int>(ranks.size()) < n) return out;
+  const Real count = CountPatterns(ranks.first(n), 0, 0, static_cast<Real>(t) + kZeroTolerance);
+  out.patterns = static_cast<double>(count);
+  const Real p = count == 0 ? 0 : std::min<Real>(1, 2 * std::exp(std::log(count) - n * std::log(2.0L)));
+  out.p = Marked(static_cast<double>(p));
+  return out;
 }
 
 FisherResult FisherExactP2(int a, int b, int c, int d) {

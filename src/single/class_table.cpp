@@ -67,8 +67,8 @@ void ClassTable::Sort() {
 }
 
 int ClassTable::SortedEntry(double x) const {
-  auto it = std::lower_bound(values_.begin(), values_.end(), x - kValueTolerance);
-  if (it == values_.end() || std::fabs(*it - x) >= kValueTolerance) return -1;
+  auto it = std::lower_bound(values_.begin(), values_.end(), x - kZeroTolerance);
+  if (it == values_.end() || std::fabs(*it - x) >= kZeroTolerance) return -1;
   return static_cast<int>(it - values_.begin());
 }
 

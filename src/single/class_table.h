@@ -4,6 +4,7 @@
 // normality test) classes of equal width with their midpoints.
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "numeric/order_stats.h"
@@ -25,6 +26,8 @@ class ClassTable {
   int Count() const { return static_cast<int>(values_.size()); }
   double Value(int e) const { return values_[e]; }
   std::int32_t Frequency(int e) const { return freq_[e]; }
+  std::span<const double> Values() const { return values_; }
+  std::span<const std::int32_t> Frequencies() const { return freq_; }
   std::int32_t Other() const { return other_; }
   // Sorts a table of distinct values by value (entries of classes are in order already).
   void Sort();

@@ -4,16 +4,15 @@
 #include <cmath>
 
 #include "lang/utf8.h"
-#include "numeric/probability.h"
 #include "single/single_sample_context.h"
+#include "stats/moments.h"
 
 namespace tarvika {
 namespace {
 
 // Skewness or kurtosis with its significance marker, the marker in a field of 6.
-std::string ShapeCell(double value, double p) {
-  value = ZeroBelowPrintThreshold(value);
-  std::string marker = " " + std::string(SignificanceMarker(p));
+std::string ShapeCell(double value, std::string_view significance) {
+  std::string marker = " " + std::string(significance);
   return Fixed(value, std::fabs(value) < 1000 ? 3 : 2) + marker + std::string(6 - marker.size(), ' ');
 }
 
@@ -24,7 +23,7 @@ void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
   if (s.count == 0) {
     r.Cell(fmt::format("{:>5}{}", 0, std::string(58, '.')));
   } else {
-    const double n = s.count, sd = s.variance, se = sd / std::sqrt(n);
+    const double se = StandardErrorOfMean(s);
     const double half = se * std::sqrt(c.CriticalF(s.count - 1));
     r.Cell(fmt::format("{:>5}", s.count));
     r.WriteRatio(8, 0, 1, median, 1);
@@ -32,10 +31,9 @@ void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
     r.WriteRatio(8, 9, 1, se, 1);
     r.WriteRatio(8, 8, 1, s.mean - half, 1);
     r.WriteRatio(8, 8, 1, s.mean + half, 1);
-    const double root = std::sqrt(6 / n);
-    const double skewness = ZeroBelowPrintThreshold(s.skewness), kurtosis = ZeroBelowPrintThreshold(s.kurtosis);
-    r.Cell(ShapeCell(skewness, NormalP2(skewness / root)));
-    r.Cell(ShapeCell(kurtosis, NormalP2(0.5 * kurtosis / root)));
+    const ShapeTest shape = NormalityByShape(s);
+    r.Cell(ShapeCell(shape.skewness, shape.skewnessP.marker));
+    r.Cell(ShapeCell(shape.kurtosis, shape.kurtosisP.marker));
   }
   if (Utf8Length(c.LongName(i)) > 30) r.Cell(" " + c.LongName(i));
   r.EndRow();
@@ -44,9 +42,7 @@ void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
 }  // namespace
 
 void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations) {
-  VariableStats& s = c.stats[i];
-  const double variance = s.variance;
-  if (variance > kZeroTolerance) s.variance = std::sqrt(variance);
+  const VariableStats& s = c.stats[i];
   c.values.Reset(s.minimum, s.maximum);
   c.ForEachValue(i, [&](int, double x) {
     c.values.Add(x);
@@ -55,8 +51,6 @@ void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations) {
     if (d <= kZeroTolerance) return;
     if (++deviations->count <= 100) deviations->first.push_back(d);
   });
-  s.skewness = SampleSkewness(s.count, s.m3, s.variance, variance, s.skewness);
-  s.kurtosis = SampleKurtosis(s.count, s.m2, s.m4, variance, s.kurtosis);
 }
 
 void WriteDetailedTable(SingleSampleContext& c) {
@@ -74,9 +68,9 @@ void WriteDetailedTable(SingleSampleContext& c) {
   for (std::size_t k = 1; k < head.size(); ++k) r.Cell(head[k]);
   r.EndRow();
   for (int i = 1; i <= c.index.analysed; ++i) {
-    VariableStats& s = c.stats[i];
+    const VariableStats& s = c.stats[i];
     double median = s.mean;
-    if (s.variance > kZeroTolerance) {
+    if (Variance(s) > kZeroTolerance) {
       FillValueTable(c, i);
       median = c.values.OrderStats(s.count, s.minimum, s.maximum).median;
     }

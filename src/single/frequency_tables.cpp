@@ -7,9 +7,9 @@
 #include <cstdint>
 
 #include "lang/utf8.h"
-#include "numeric/probability.h"
 #include "single/class_table.h"
 #include "single/single_sample_context.h"
+#include "stats/goodness_of_fit.h"
 #include "workspace/new_variable.h"
 #include "workspace/numbers.h"
 
@@ -195,8 +195,8 @@ void FrequencyRun::GroupFrequencyTable(int i) {
     for (std::size_t k = 1; k < head->size(); ++k) r_.Cell((*head)[k]);
     r_.EndRow();
   }
-  const double e = static_cast<double>(total) / groups.distinct;
-  double chi = 0, cumulative = 0;
+  const EqualFrequencyTest equal = EqualFrequencies(std::span<const int>(freq).subspan(1));
+  double cumulative = 0;
   for (int g = 1; g <= groups.distinct; ++g) {
     r_.FirstCell(fmt::format("{:>3}", g));
     r_.Cell(groups.distinctNames[g]);
@@ -204,11 +204,8 @@ void FrequencyRun::GroupFrequencyTable(int i) {
     r_.Cell(Percent(freq[g], total));
     r_.Cell(Percent(freq[g], valid));
     if (test) {
-      const double residual = e > kZeroTolerance ? (freq[g] - e) / std::sqrt(e) : 0;
-      chi += residual * residual;
-      const double p = std::min(1.0, ChiSquareP(residual * residual, 1) * groups.distinct);
-      r_.Cell(Fixed(residual, 2) + std::string(SignificanceMarker(NormalP2(residual))));
-      r_.Cell(Fixed(p, 4));
+      r_.Cell(Fixed(equal.residuals[g - 1], 2) + std::string(equal.residualMarkers[g - 1]));
+      r_.Cell(Fixed(equal.adjustedP[g - 1], 4));
     } else {
       cumulative += freq[g];
       r_.Cell(Percent(cumulative, total));
@@ -233,15 +230,14 @@ void FrequencyRun::GroupFrequencyTable(int i) {
   r_.EndRow();
   r_.EndTable();
   if (!test) return;
-  const int df = groups.distinct - 1;
-  const double p = ChiSquareP(chi, df);
   r_.BlankLine();
   r_.Line(c_.T("Testing the equality of expected group proportions via chi-square test:",
                "A várt csoportarányok egyenlőségének vizsgálata khi-négyzet-próbával:"));
-  r_.Line(fmt::format(" Chi2({}) = {}  (p = {}){}", df, Fixed(chi, 3), Fixed(p, 4), SignificanceMarker(p)));
-  if (e < 5) {
-    r_.Line(english ? "The common expected cell frequency: " + Fixed(e, 2) + " < 5. This may invalidate the chi-square-test."
-                    : "A közös várt cellagyakoriság: " + Fixed(e, 2) + " < 5. Emiatt a khi-négyzet-próba érvénytelen lehet.");
+  r_.Line(fmt::format(" Chi2({}) = {}  (p = {}){}", equal.df, Fixed(equal.chi, 3), Fixed(equal.p.p, 4), equal.p.marker));
+  if (equal.expected < 5) {
+    const std::string e = Fixed(equal.expected, 2);
+    r_.Line(english ? "The common expected cell frequency: " + e + " < 5. This may invalidate the chi-square-test."
+                    : "A közös várt cellagyakoriság: " + e + " < 5. Emiatt a khi-négyzet-próba érvénytelen lehet.");
   }
   r_.BlankLine();
   r_.Line(c_.T("Notation:  +: p < 0.10   *: p < 0.05   **: p < 0.01   ***: p < 0.001",

@@ -9,31 +9,12 @@
 #include "lang/utf8.h"
 #include "numeric/probability.h"
 #include "single/single_sample_context.h"
+#include "stats/moments.h"
+#include "stats/one_sample_tests.h"
 #include "workspace/numbers.h"
 
 namespace tarvika {
 namespace {
-
-struct GayenResult {
-  double p0 = 0, p1s = 0, p1 = 0, p2 = 0;
-};
-
-// The terms of Gayen's probability of |t| under skewness and kurtosis: p0 the normal-theory
-// one-sided tail, p1 the coefficient of the kurtosis, p2 that of the squared skewness.
-// p1s, the first term of the skewness side, is computed for completeness; p does not use it.
-GayenResult GayenTerms(double n, double t) {
-  const double x = 1 / (1 + t * t / (n - 1));
-  auto I = [x](double a, double b) { return BETAI(a, b, x); };
-  GayenResult g;
-  g.p0 = 0.5 * I((n - 1) / 2, 0.5);
-  g.p1s = ((n - 0.5) * I((n - 1) / 2, 1) - (n - 1) * I((n + 1) / 2, 1)) / (3 * std::sqrt(2 * n * 3.141592654));
-  const double c = (n - 1) / (24 * n);
-  g.p1 = (n - 1) / 24 * I((n - 1) / 2, 0.5) - 2 * c * (n + 2) * I((n + 1) / 2, 0.5) + c * (n + 4) * I((n + 3) / 2, 0.5);
-  const double d = n * n + 5 * n + 8, e = (n - 1) / (24 * n), f = (d + 4) * e;
-  g.p2 = (n - 1) * (2 * n + 5) / 72 * I((n - 1) / 2, 0.5) - d * e * I((n + 1) / 2, 0.5) + f * I((n + 3) / 2, 0.5) -
-         f / 3 * I((n + 5) / 2, 0.5);
-  return g;
-}
 
 class TestBlock {
  public:
@@ -79,12 +60,12 @@ void TestBlock::Write() {
   percent_ = c_.request.Get(param::kTrimmingPercent);
   deviations_.reference = h_;
   FillValueTable(c_, i_, &deviations_);
-  sd_ = s.variance;
+  sd_ = StandardDeviation(s);
   // The signed ranks change the table, so they come after the order statistics and trimming.
   order_ = c_.values.OrderStats(n_, s.minimum, s.maximum);
   trim_ = c_.values.TrimmedStats(n_, percent_);
   if (withTests_) ranks_ = c_.values.SignedRankSums(h_, n_);
-  if (trim_.hasTrimming) trimmedSE_ = trim_.winsorizedSD / ((1 - 2 * percent_ / 100.0) * std::sqrt(n_));
+  if (trim_.hasTrimming) trimmedSE_ = TrimmedMeanSE(trim_, percent_, n_);
 
   c_.WriteVariableHeading(i_);
   r_.BlankLine();
@@ -139,9 +120,11 @@ void TestBlock::EstimatesTable() {
   r_.Cell("");
   r_.Cell(fmt::format("{}{}%)", c_.T("limits (", "határok ("), c_.ConfidencePercent()));
   r_.EndRow();
-  ParameterRow(c_.T("Mean:", "Átlag:"), n_ - 1, Decimals(s.mean), sd_ / std::sqrt(n_), s.mean);
+  ParameterRow(c_.T("Mean:", "Átlag:"), n_ - 1, Decimals(s.mean), StandardErrorOfMean(s), s.mean);
   ParameterRow(c_.T("SD:", "Szórás:"), n_ - 1, 4, -1, sd_);
-  if (s.mean > 0.00000002) ParameterRow(c_.T("Coef. of variation:", "Variációs eh.:"), n_ - 1, 2, -1, sd_ / s.mean);
+  if (s.mean > 2 * kZeroTolerance) {
+    ParameterRow(c_.T("Coef. of variation:", "Variációs eh.:"), n_ - 1, 2, -1, sd_ / s.mean);
+  }
   if (trim_.hasTrimming) {
     r_.FirstCell(fmt::format("{}{}%", c_.T("Trimming = ", "Trimmelés = "), percent_));
     r_.EndRow();
@@ -167,18 +150,15 @@ void TestBlock::EstimatesTable() {
   r_.BlankLine();
   r_.Line(c_.T("Testing normality via Skewness and Kurtosis:",
                "Normalitás tesztelése a Ferdeség és a Csúcsosság együtthatója segítségével:"));
-  const double root = std::sqrt(6.0 / n_);
-  const double g1 = ZeroBelowPrintThreshold(s.skewness), g2 = ZeroBelowPrintThreshold(s.kurtosis);
-  const double p1 = NormalP2(g1 / root), p2 = NormalP2(0.5 * g2 / root);
-  r_.Line(fmt::format("{}{}{}  (p = {})", c_.T("Skewness: ", "Ferdeség: "), Fixed(g1, 3), SignificanceMarker(p1),
-                      Fixed(p1, 3)));
-  r_.Line(fmt::format("{}{}{}  (p = {})", c_.T("Kurtosis (stand.): ", "Csúcsosság: "), Fixed(g2, 3),
-                      SignificanceMarker(p2), Fixed(p2, 3)));
+  const ShapeTest shape = NormalityByShape(s);
+  r_.Line(fmt::format("{}{}{}  (p = {})", c_.T("Skewness: ", "Ferdeség: "), Fixed(shape.skewness, 3),
+                      shape.skewnessP.marker, Fixed(shape.skewnessP.p, 3)));
+  r_.Line(fmt::format("{}{}{}  (p = {})", c_.T("Kurtosis (stand.): ", "Csúcsosság: "), Fixed(shape.kurtosis, 3),
+                      shape.kurtosisP.marker, Fixed(shape.kurtosisP.p, 3)));
 }
 
 void TestBlock::TestForm() {
   const VariableStats& s = c_.stats[i_];
-  const double n = n_;
   r_.BeginTable();
   auto row = [&](std::string_view label, int width, double value) {
     r_.FirstCell(label);
@@ -207,30 +187,28 @@ void TestBlock::TestForm() {
   r_.BlankLine();
   r_.Line(c_.T("Testing normality via Skewness and Kurtosis:",
                "A normalitás tesztelése a Ferdeség és a Csúcsosság segítségével:"));
-  const double root = std::sqrt(6 / n);
-  const double g1 = ZeroBelowPrintThreshold(s.skewness), g2 = ZeroBelowPrintThreshold(s.kurtosis);
-  r_.Line(fmt::format("{}{}  (p = {})", c_.T("Skewness:  ", "Ferdeség:  "), Fixed(g1, 3), Fixed(NormalP2(g1 / root), 3)));
-  r_.Line(fmt::format("{}{}  (p = {})", c_.T("Kurtosis (g4 = a4 - 3):  ", "Csúcsosság (g4 = a4 - 3):  "), Fixed(g2, 3),
-                      Fixed(NormalP2(0.5 * g2 / root), 3)));
+  const ShapeTest shape = NormalityByShape(s);
+  r_.Line(fmt::format("{}{}  (p = {})", c_.T("Skewness:  ", "Ferdeség:  "), Fixed(shape.skewness, 3),
+                      Fixed(shape.skewnessP.p, 3)));
+  r_.Line(fmt::format("{}{}  (p = {})", c_.T("Kurtosis (g4 = a4 - 3):  ", "Csúcsosság (g4 = a4 - 3):  "),
+                      Fixed(shape.kurtosis, 3), Fixed(shape.kurtosisP.p, 3)));
 
   // The mean.
   r_.BlankLine();
   r_.Line(c_.English() ? "Test of the null hypothesis that the population mean equals " + H()
                        : "A H0: Az elméleti átlag = " + H() + " nullhipotézis vizsgálata:");
-  double t = 0;
-  if (std::fabs(s.mean - h_) >= kZeroTolerance) t = sd_ < kZeroTolerance ? 99 : std::sqrt(n) * (s.mean - h_) / sd_;
-  const std::string tMarker = FTabLookup(c_.ftable, 1, n_ - 1, t * t).marker;
-  r_.Line(fmt::format("{}{}) = {}{}  (p = {})", c_.T("   - One-sample t test: t(", "   - Egymintás t-próba: t("), n_ - 1,
-                      Fixed(t, 3), tMarker, Fixed(StudentP2(t, n - 1), 4)));
-  if (std::fabs(t) <= 10 && n_ < 500) {
-    const double a = s.skewness / 3, q = std::sqrt(n);
-    const double j = t + 0.5 * a / q + a * t * t / q;
+  // The marker of t is read from the critical values of F(1, df) at t squared.
+  const TTest t = OneSampleT(s, h_);
+  const std::string tMarker = FTabLookup(c_.ftable, 1, t.df, t.t * t.t).marker;
+  r_.Line(fmt::format("{}{}) = {}{}  (p = {})", c_.T("   - One-sample t test: t(", "   - Egymintás t-próba: t("), t.df,
+                      Fixed(t.t, 3), tMarker, Fixed(t.p.p, 4)));
+  if (SkewnessCorrectionsApply(t.t, n_)) {
+    const TTest j = JohnsonT(s, t.t);
     r_.Line(fmt::format("{}{}) = {}  (p = {})", c_.T("   - Johnson's modified t test: J(", "   - Johnson-próba: J("),
-                        n_ - 1, Fixed(j, 3), Fixed(StudentP2(j, n - 1), 4)));
-    const GayenResult g = GayenTerms(n, std::fabs(t));
-    const double p = 2 * (g.p0 - s.kurtosis * g.p1 + s.skewness * s.skewness * g.p2);
+                        j.df, Fixed(j.t, 3), Fixed(j.p.p, 4)));
+    const PValue gayen = GayenP(s, t.t);
     r_.Line(fmt::format("{}{}{}", c_.T("   - Gayen's two-tailed probability:  p = ", "   - Gayen-próba szignifikanciája:  p = "),
-                        Fixed(p, 4), SignificanceMarker(p)));
+                        Fixed(gayen.p, 4), gayen.marker));
   }
 
   // The trimmed mean.
@@ -238,14 +216,11 @@ void TestBlock::TestForm() {
     r_.BlankLine();
     r_.Line(c_.English() ? "Test of the null hypothesis that the population trimmed mean equals " + H()
                          : "A H0: Az elméleti trimmelt átlag = " + H() + " nullhipotézis vizsgálata:");
-    double tt = 0;
-    if (std::fabs(trim_.trimmedMean - h_) >= kZeroTolerance) {
-      tt = trim_.winsorizedSD < kZeroTolerance ? 99 : (1 - 0.02 * percent_) * (trim_.trimmedMean - h_) / trimmedSE_;
-    }
+    const TTest tt = TrimmedT(trim_, percent_, n_, h_);
+    const std::string ttMarker = FTabLookup(c_.ftable, 1, tt.df, tt.t * tt.t).marker;
     r_.Line(fmt::format("{}{}%): Tt({}) = {}{}  (p = {})",
                         c_.T("   - Trimmed t test (trimming = ", "   - Trimmelt t-próba (trimmelés = "),
-                        100 * trim_.trimmedCount / n_, trim_.trimDF, Fixed(tt, 3),
-                        FTabLookup(c_.ftable, 1, trim_.trimDF, tt * tt).marker, Fixed(StudentP2(tt, trim_.trimDF), 4)));
+                        100 * trim_.trimmedCount / n_, tt.df, Fixed(tt.t, 3), ttMarker, Fixed(tt.p.p, 4)));
   } else if (percent_ > 0.5) {
     r_.Line(c_.T("Trimmed t test was not performed due to small sample size and trimming %.",
                  "A trimmelt t-próbához kicsi a minta és/vagy a megadott trimmelési %."));
@@ -255,43 +230,25 @@ void TestBlock::TestForm() {
   r_.BlankLine();
   r_.Line(c_.English() ? "Test of the null hypothesis that the population median equals " + H()
                        : "A H0: Az elméleti medián = " + H() + " nullhipotézis vizsgálata:");
-  const int m = deviations_.count;
-  const double rPlus = ranks_.rankSumPlus;
-  double exactP = 1;
-  if (m >= 2 && m <= 20) {
-    std::vector<double> midRanks = deviations_.first;
-    MidRanks(midRanks, m);
-    const double total = m * (m + 1) / 2.0;
-    const double smaller = std::min(rPlus, total - rPlus);
-    if (std::fabs(m * (m + 1) / 4.0 - smaller) > kZeroTolerance) exactP = WilcoxonExactP(m, smaller, midRanks);
-  }
-  const double big = ranks_.n;
+  const SignedRankTest w = WilcoxonSignedRank(ranks_, deviations_.first, deviations_.count);
   std::string line = fmt::format("{}{}, R+ = {}", c_.T("   - Wilcoxon signed rank test: R- = ", "   - Wilcoxon-próba: R- = "),
-                                 Fixed(big * (big + 1) / 2 - rPlus, 1), Fixed(rPlus, 1));
-  if (ranks_.n > 20) {
-    const double v = (big + 1) * big * (2 * big + 1) / 24 - ranks_.tieCorrection;
-    const double z = v > kZeroTolerance ? (rPlus - big * (big + 1) / 4) / std::sqrt(v) : 9;
-    const double p = NormalP2(z);
-    line += fmt::format(", z = {}  (p = {}){}", Fixed(z, 3), Fixed(p, 4), SignificanceMarker(p));
-  } else {
-    line += fmt::format("  (p = {}){}", Fixed(exactP, 4), SignificanceMarker(exactP));
-  }
+                                 Fixed(w.rMinus, 1), Fixed(w.rPlus, 1));
+  if (w.byNormal) line += fmt::format(", z = {}", Fixed(w.z, 3));
+  line += fmt::format("  (p = {}){}", Fixed(w.p.p, 4), w.p.marker);
   r_.Line(line);
 
   // The sign test.
   r_.BlankLine();
   r_.Line(c_.English() ? "Test of the null hypothesis H0: P(X < " + H() + ") = P(X > " + H() + "):"
                        : "A H0: P(X < " + H() + ") = P(X > " + H() + ") nullhipotézis vizsgálata:");
-  const int above = static_cast<int>(ranks_.countPlus), below = ranks_.n - above;
-  double z = 0, p = 1;
-  std::string marker;
-  SignTestP(above, ranks_.n, z, p, marker);
+  const SignTest sign = SignTestAround(ranks_);
+  const double n = n_;
   line = fmt::format("{}{}) = {} ({}%),  #(X > {}) = {} ({}%)", c_.T("   - Sign test: #(X < ", "   - Előjelpróba: #(X < "),
-                     H(), below, Fixed(100.0 * below / n, 1), H(), above, Fixed(100.0 * above / n, 1));
-  if (ranks_.n <= 50) {
-    line += fmt::format(" |  (p = {}){}", Fixed(p, 4), marker);
+                     H(), sign.below, Fixed(100.0 * sign.below / n, 1), H(), sign.above, Fixed(100.0 * sign.above / n, 1));
+  if (sign.byNormal) {
+    line += fmt::format(", z = {}  (p = {}){}", Fixed(sign.z, 3), Fixed(sign.p.p, 4), sign.p.marker);
   } else {
-    line += fmt::format(", z = {}  (p = {}){}", Fixed(z, 3), Fixed(p, 4), marker);
+    line += fmt::format(" |  (p = {}){}", Fixed(sign.p.p, 4), sign.p.marker);
   }
   r_.Line(line);
 }

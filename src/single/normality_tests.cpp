@@ -5,9 +5,10 @@
 #include <cmath>
 
 #include "lang/utf8.h"
-#include "numeric/probability.h"
 #include "single/class_table.h"
 #include "single/single_sample_context.h"
+#include "stats/goodness_of_fit.h"
+#include "stats/moments.h"
 #include "workspace/new_variable.h"
 
 namespace tarvika {
@@ -31,8 +32,7 @@ class NormalityRun {
 };
 
 void NormalityRun::Variable(int i) {
-  VariableStats& s = c_.stats[i];
-  if (s.variance > kZeroTolerance) s.variance = std::sqrt(s.variance);
+  const VariableStats& s = c_.stats[i];
   c_.WriteVariableHeading(i);
   r_.BlankLine();
   r_.Line(fmt::format("{}{}", c_.T("Number of acceptable values: ", "Érvényes értékek száma: "), s.count));
@@ -44,7 +44,7 @@ void NormalityRun::Variable(int i) {
     if (table_.Count() < 3) {
       r_.Line(fmt::format("{}{}{}", c_.T("Number of different values: ", "A különböző értékek száma: "), table_.Count(),
                           c_.T(". No use to perform a test of normality.", ". Emiatt nincs értelme a normalitásvizsgálatnak.")));
-    } else if (s.variance < kZeroTolerance) {
+    } else if (StandardDeviation(s) < kZeroTolerance) {
       r_.Line(c_.T("Variance is too low to perform a test of normality.", "Nem végezhető normalitásvizsgálat a túl kicsi szórás miatt."));
     } else {
       table_.Sort();
@@ -59,86 +59,31 @@ void NormalityRun::Variable(int i) {
 }
 
 void NormalityRun::Kolmogorov(int i) {
-  const VariableStats& s = c_.stats[i];
-  const double n = s.count;
-  double c = 0, d = 0;
-  for (int e = 0; e < table_.Count(); ++e) {
-    const double f = NormalCdf((table_.Value(e) - s.mean) / s.variance);
-    for (int k = 0; k < table_.Frequency(e); ++k) {
-      ++c;
-      d = std::max({d, std::fabs(f - (c - 1) / n), std::fabs(f - c / n)});
-    }
-  }
-  const double dStar = std::sqrt(n) * d;
-  const double p = KolmogorovP(dStar);
+  const KolmogorovTest test = KolmogorovNormality(table_.Values(), table_.Frequencies(), c_.stats[i]);
   r_.Line(fmt::format("{}{}, D* = {}  (p = {}){}",
                       c_.T("Kolmogorov's test of normality: Dmax = ", "Kolmogorov-féle normalitásvizsgálat: Dmax = "),
-                      Fixed(d, 3), Fixed(dStar, 3), Fixed(p, 4), SignificanceMarker(p)));
+                      Fixed(test.d, 3), Fixed(test.dStar, 3), Fixed(test.p.p, 4), test.p.marker));
 }
 
 void NormalityRun::ChiSquare(int i) {
-  const VariableStats& s = c_.stats[i];
-  const double n = s.count;
-  const int k = table_.Count();
-  std::vector<double> expected(k), observed(k);
-  double before = 0;
-  for (int e = 0; e < k; ++e) {
-    double cumulative = 1;
-    if (e < k - 1) {
-      const double boundary = (table_.Value(e) + table_.Value(e + 1)) / 2;
-      cumulative = s.variance < kZeroTolerance ? 0 : NormalCdf((boundary - s.mean) / s.variance);
-    }
-    expected[e] = n * (cumulative - before);
-    observed[e] = table_.Frequency(e);
-    before = cumulative;
-  }
-  int first = 0, last = k - 1;
-  auto smallCells = [&] {
-    int small = 0;
-    for (int e = first; e <= last; ++e) small += expected[e] < 5;
-    return small;
-  };
-  auto tooMany = [&](int small) { return small > 0.2 * (last - first + 1); };
-  const int smallAtStart = smallCells();
-  // The end to merge from is chosen once, by the smaller expectation.
-  const bool fromFirst = expected[first] <= expected[last];
-  int small = smallAtStart;
-  while (tooMany(small) && first < last) {
-    if (fromFirst) {
-      expected[first + 1] += expected[first];
-      observed[first + 1] += observed[first];
-      ++first;
-    } else {
-      expected[last - 1] += expected[last];
-      observed[last - 1] += observed[last];
-      --last;
-    }
-    small = smallCells();
-  }
-  double chi = 0;
-  if (!tooMany(small)) {
-    for (int e = first; e <= last; ++e) {
-      if (expected[e] > 0) chi += (expected[e] - observed[e]) * (expected[e] - observed[e]) / expected[e];
-    }
-  }
-  const int df = last - first;
-  const double p = ChiSquareP(chi, df);
+  const ChiSquareNormalityTest test = ChiSquareNormality(table_.Values(), table_.Frequencies(), c_.stats[i]);
   r_.Line(fmt::format("{}{}{}{}  (p = {}){}",
-                      c_.T("Normality test, chi-square method (df = ", "Normalitásvizsgálat khi-négyzet-próbával (f = "), df,
-                      c_.T("): Chi-2 = ", "): Khi2 = "), Fixed(chi, 3), Fixed(p, 4), SignificanceMarker(p)));
-  if (smallAtStart > 0.2 * k) {
+                      c_.T("Normality test, chi-square method (df = ", "Normalitásvizsgálat khi-négyzet-próbával (f = "),
+                      test.df, c_.T("): Chi-2 = ", "): Khi2 = "), Fixed(test.chi, 3), Fixed(test.p.p, 4), test.p.marker));
+  if (test.ManySmallExpected()) {
     r_.Line(c_.T("WARNING", "FIGYELEM:"));
     r_.Line(fmt::format("{}{}%).", c_.T("   There are too many expected cell frequencies less than 5 (",
                                          "   Túl sok 5-nél kisebb várt gyakoriság van ("),
-                        Fixed(100.0 * smallAtStart / k, 1)));
+                        Fixed(100.0 * test.smallExpected / test.cells, 1)));
     r_.Line(c_.T("   This may invalidate the chi-square test.", "   Emiatt a khi-négyzet-próba érvénytelen lehet."));
   }
 }
 
 void NormalityRun::SaveStandardized(int i) {
   const VariableStats& s = c_.stats[i];
+  const double sd = StandardDeviation(s);
   Workspace& ws = c_.ws;
-  if (s.variance <= kZeroTolerance) {
+  if (sd <= kZeroTolerance) {
     r_.Line(c_.T("Since this variable has a zero variance, its standardized variable was not created.",
                  "Mivel ezen változó szórása 0, standardizáltját nem hoztuk létre."));
     r_.BlankLine();
@@ -157,8 +102,8 @@ void NormalityRun::SaveStandardized(int i) {
   const bool tScale = c_.request.Get(param::kStandardizedKind) == 2;
   std::vector<std::string> cells(ws.NumberOfCases());
   c_.ForEachValue(i, [&](int row, double x) {
-    double z = (x - s.mean) / s.variance;
-    if (tScale) z = std::trunc(100 * ((x - s.mean) * 10 / s.variance + 50)) * 0.01;
+    double z = (x - s.mean) / sd;
+    if (tScale) z = std::trunc(100 * ((x - s.mean) * 10 / sd + 50)) * 0.01;
     cells[row - 1] = DataCell(z, ws.decimalSeparator);
   });
   const std::string base = std::string(Utf8Prefix(c_.Name(i), 7)) + (tScale ? "T" : "z");

@@ -17,26 +17,16 @@
 #include "frame/report_writer.h"
 #include "numeric/order_stats.h"
 #include "numeric/stat_tables.h"
+#include "numeric/tolerance.h"
+#include "stats/moments.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
 
-inline constexpr double kZeroTolerance = 0.00000001;
 inline constexpr double kUnsetHypothetical = -9999999;
 
-// The accumulators of one selected variable in one group (the first pass over the cases).
-struct VariableStats {
-  std::int32_t count = 0;
-  double mean = 0;
-  double m2 = 0;
-  double m3 = 0;
-  double m4 = 0;
-  double minimum = 999999999;
-  double maximum = -999999999;
-  double variance = 0;  // m2/(count-1); the modes replace it by its root
-  double skewness = 0;
-  double kurtosis = 0;
-};
+// The moments of one selected variable in one group (the first pass over the cases).
+using VariableStats = MomentAccumulator;
 
 struct SingleSampleContext {
   explicit SingleSampleContext(AnalysisRun& run);
@@ -117,8 +107,7 @@ struct Deviations {
   int count = 0;
 };
 
-// The second pass of modes 12 and 14 over the i-th variable: a variance above the
-// tolerance becomes the SD, the value table is filled, skewness and kurtosis are set, and
+// The second pass of modes 12 and 14 over the i-th variable: the value table is filled and
 // the deviations are collected when asked for.
 void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations = nullptr);
 

@@ -94,7 +94,7 @@ std::string DataCell(double x, char separator) {
 void ReadGroup(SingleSampleContext& c) {
   const int k = c.index.analysed;
   const bool moments = c.mode == kDetailedStatistics || c.mode == kMeanMedianTests;
-  c.stats.assign(k + 1, VariableStats{});
+  c.stats.assign(k + 1, VariableStats(moments));
   std::vector<double> values(c.index.Count() + 1, 0);
   std::vector<std::uint8_t> missings(c.index.Count() + 1, 1);
   int seen = 0;
@@ -102,24 +102,8 @@ void ReadGroup(SingleSampleContext& c) {
     if (++seen % 10000 == 0) c.run.ShowProgress(fmt::format("{}{}", c.T("Case: ", "Eset: "), row));
     c.feed->ReadRow(row, k, values, missings);
     for (int i = 1; i <= k; ++i) {
-      if (missings[i]) continue;
-      VariableStats& s = c.stats[i];
-      const double x = values[i];
-      const long double n = ++s.count;
-      const long double d = (x - static_cast<long double>(s.mean)) / n;
-      const long double e = d * d;
-      if (x > s.maximum) s.maximum = x;
-      if (x < s.minimum) s.minimum = x;
-      if (moments) {
-        s.m4 = static_cast<double>(s.m4 - 4 * d * s.m3 + 6 * e * s.m2 + (n * n - 3 * n + 3) * e * e * n * (n - 1));
-        s.m3 = static_cast<double>(s.m3 - 3 * d * s.m2 + d * e * n * (n - 1) * (n - 2));
-      }
-      s.m2 = static_cast<double>(s.m2 + n * e * (n - 1));
-      s.mean = static_cast<double>(s.mean + d);
+      if (!missings[i]) c.stats[i].Add(values[i]);
     }
-  }
-  for (int i = 1; i <= k; ++i) {
-    if (c.stats[i].count > 2) c.stats[i].variance = c.stats[i].m2 / (c.stats[i].count - 1);
   }
 }
 
@@ -162,9 +146,6 @@ void WriteGroupHeading(SingleSampleContext& c) {
 }
 
 void WriteBasicTable(SingleSampleContext& c) {
-  for (int i = 1; i <= c.index.analysed; ++i) {
-    if (c.stats[i].variance > 0.00000001) c.stats[i].variance = std::sqrt(c.stats[i].variance);
-  }
   c.report.BeginTable();
   const bool english = c.ws.language == Language::English;
   const std::vector<std::string_view> head =
@@ -182,7 +163,7 @@ void WriteBasicTable(SingleSampleContext& c) {
     if (s.count == 0) {
       for (int k = 0; k < 7; ++k) c.report.Cell("...");
     } else {
-      const double sd = s.variance;
+      const double sd = StandardDeviation(s);
       c.report.WriteRatio(8, 8, 1, s.mean, 1);
       c.report.WriteRatio(8, 9, 1, sd, 1);
       c.report.WriteRatio(8, -1, s.minimum, sd, s.mean);

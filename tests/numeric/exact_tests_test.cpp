@@ -21,17 +21,17 @@ TEST(ExactTests, WilcoxonSignedRankCountsEveryPattern) {
     const std::vector<double> ranks = Numbers(reference.Text(i, "ranks"));
     const int n = static_cast<int>(reference.Number(i, "n"));
     const double t = reference.Number(i, "t");
-    const double p = WilcoxonExactP(n, t, ranks);
-    EXPECT_NEAR(p, reference.Number(i, "p"), 1e-12) << "n = " << n << ", t = " << t;
-    EXPECT_EQ(LastEnumerationCount(), std::round(reference.Number(i, "count")))
-        << "n = " << n << ", t = " << t;
+    const EnumeratedP exact = WilcoxonExactP(n, t, ranks);
+    EXPECT_NEAR(exact.p.p, reference.Number(i, "p"), 1e-12) << "n = " << n << ", t = " << t;
+    EXPECT_EQ(exact.p.marker, SignificanceMarker(exact.p.p));
+    EXPECT_EQ(exact.patterns, std::round(reference.Number(i, "count"))) << "n = " << n << ", t = " << t;
   }
   // The tolerance of 1e-8 takes a sum a hair above t; a clear miss counts nothing.
   const std::vector<double> ranks = {1, 2, 3, 4, 5};
-  EXPECT_EQ(WilcoxonExactP(5, 3 - 1e-9, ranks), WilcoxonExactP(5, 3, ranks));
-  EXPECT_EQ(WilcoxonExactP(2, -1, ranks), 0);
-  EXPECT_EQ(LastEnumerationCount(), 0);
-  EXPECT_EQ(WilcoxonExactP(21, 3, ranks), 1);  // outside the enumerated sizes
+  EXPECT_EQ(WilcoxonExactP(5, 3 - 1e-9, ranks).p.p, WilcoxonExactP(5, 3, ranks).p.p);
+  EXPECT_EQ(WilcoxonExactP(2, -1, ranks).p.p, 0);
+  EXPECT_EQ(WilcoxonExactP(2, -1, ranks).patterns, 0);
+  EXPECT_EQ(WilcoxonExactP(21, 3, ranks).p.p, 1);  // outside the enumerated sizes
 }
 
 TEST(ExactTests, SignTest) {
@@ -39,9 +39,8 @@ TEST(ExactTests, SignTest) {
   for (size_t i = 0; i < reference.size(); ++i) {
     const int k = static_cast<int>(reference.Number(i, "k"));
     const int n = static_cast<int>(reference.Number(i, "n"));
-    double z = 0, p = 0;
-    std::string marker;
-    SignTestP(k, n, z, p, marker);
+    const auto [z, pValue] = SignTestP(k, n);
+    const double p = pValue.p;
     // Exact binomial sums up to 50 cases; beyond, the normal approximation with continuity
     // correction, within 1e-3 of the binomial p. Only a difference 2k - n of 1 is not
     // corrected, and there p is below the binomial 1 by 0.11 at n = 51.
@@ -52,20 +51,16 @@ TEST(ExactTests, SignTest) {
     } else {
       EXPECT_NEAR(p, reference.Number(i, "p"), 1e-3) << k << " of " << n;
     }
-    EXPECT_EQ(marker, SignificanceMarker(p));
+    EXPECT_EQ(pValue.marker, SignificanceMarker(p));
     EXPECT_EQ(z < 0, 2 * k < n) << k << " of " << n;
   }
-  double z = 7, p = 8;
-  std::string marker = "*";
-  SignTestP(1, 1, z, p, marker);
-  EXPECT_EQ(z, 7);
-  EXPECT_EQ(p, 8);
-  EXPECT_EQ(marker, "");
-  SignTestP(9, 10, z, p, marker);  // z = (2*9 - 10 - 1) / sqrt(10)
-  EXPECT_DOUBLE_EQ(z, 7 / std::sqrt(10.0));
-  SignTestP(5, 10, z, p, marker);
-  EXPECT_EQ(z, 0);
-  EXPECT_EQ(p, 1);
+  const SignTestP2 none = SignTestP(1, 1);  // no test below 2 cases
+  EXPECT_EQ(none.z, 0);
+  EXPECT_EQ(none.p.p, 1);
+  EXPECT_EQ(none.p.marker, "");
+  EXPECT_DOUBLE_EQ(SignTestP(9, 10).z, 7 / std::sqrt(10.0));  // z = (2*9 - 10 - 1) / sqrt(10)
+  EXPECT_EQ(SignTestP(5, 10).z, 0);
+  EXPECT_EQ(SignTestP(5, 10).p.p, 1);
 }
 
 TEST(ExactTests, FisherTwoByTwo) {
@@ -104,7 +99,7 @@ TEST(ExactTests, KolmogorovTail) {
     const double d = reference.Number(i, "d");
     // Three terms of each series reach 1e-5; below 0.37 p is taken as 1, which the true
     // tail (above 0.999 there) misses by up to 1e-3.
-    EXPECT_NEAR(KolmogorovP(d), reference.Number(i, "p"), d < 0.37 ? 1e-3 : 1e-5) << d;
+    EXPECT_NEAR(KolmogorovP(d).p, reference.Number(i, "p"), d < 0.37 ? 1e-3 : 1e-5) << d;
   }
 }
 

@@ -158,17 +158,5 @@ TEST(Sorting, TiesKeepTheExchangeOrderAndMidRanks) {
   EXPECT_EQ(v, (std::vector<double>{2, 2, 2, 4, 5}));
 }
 
-TEST(Moments, SkewnessAndKurtosisConventions) {
-  EXPECT_DOUBLE_EQ(SampleKurtosis(3, 2, 5, 1, 0), 3);
-  EXPECT_DOUBLE_EQ(SampleKurtosis(10, 2, 5, 0, 1.25), 1.25);  // no variance: the former value stands
-  // 1, 2, 3, 10: m2 = 50, m3 = 180, m4 = 1394 around the mean 4; the references are the
-  // adjusted skewness and excess kurtosis computed in R from their textbook formulas.
-  double v = 50.0 / 3, s = std::sqrt(v);
-  EXPECT_NEAR(SampleSkewness(4, 180, s, v, 0), 1.7636326148, 1e-9);
-  EXPECT_NEAR(SampleKurtosis(4, 50, 1394, v, 0), 3.2280000000, 1e-9);
-  EXPECT_EQ(ZeroBelowPrintThreshold(0.0004), 0);
-  EXPECT_EQ(ZeroBelowPrintThreshold(-0.0005), -0.0005);
-}
-
 }  // namespace
 }  // namespace tarvika

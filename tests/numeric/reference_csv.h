@@ -1,6 +1,7 @@
 #pragma once
-// Reads the reference values that tests/numeric/reference/*.R wrote as CSV: a header line,
-// then rows of comma-separated fields; R quotes texts, none of which holds a comma.
+// Reads the reference values that the R scripts in tests/<folder>/reference/ wrote as CSV:
+// a header line, then rows of comma-separated fields; R quotes texts, none of which holds a
+// comma.
 
 #include <fstream>
 #include <sstream>
@@ -13,8 +14,9 @@ namespace tarvika::test {
 
 class ReferenceCsv {
  public:
-  explicit ReferenceCsv(std::string_view name) {
-    const std::string path = std::string(TARVIKA_TEST_DATA) + "/numeric/reference/" + std::string(name);
+  explicit ReferenceCsv(std::string_view name, std::string_view folder = "numeric") {
+    const std::string path =
+        std::string(TARVIKA_TEST_DATA) + "/" + std::string(folder) + "/reference/" + std::string(name);
     std::ifstream in(path);
     if (!in) throw std::runtime_error("cannot read " + path);
     std::string line;

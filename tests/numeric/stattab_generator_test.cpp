@@ -51,19 +51,14 @@ TEST(StatTableGenerator, CountTablesHoldTheLargestSignificantValue) {
     std::iota(ranks.begin(), ranks.end(), 1.0);
     for (int level = 0; level < 3; ++level) {
       const int t = wilcoxon.Row(n)[level];
-      if (t > 0 || WilcoxonExactP(n, 0, ranks) <= levels[level]) {
-        EXPECT_LE(WilcoxonExactP(n, t, ranks), levels[level]) << n;
+      if (t > 0 || WilcoxonExactP(n, 0, ranks).p.p <= levels[level]) {
+        EXPECT_LE(WilcoxonExactP(n, t, ranks).p.p, levels[level]) << n;
       }
-      EXPECT_GT(WilcoxonExactP(n, t + 1, ranks), levels[level]) << n;
+      EXPECT_GT(WilcoxonExactP(n, t + 1, ranks).p.p, levels[level]) << n;
     }
   }
   const CriticalCountTable sign = LoadSignTable(kShipped);
-  auto signP = [](int smaller, int n) {
-    double z = 0, p = 0;
-    std::string marker;
-    SignTestP(n - smaller, n, z, p, marker);
-    return p;
-  };
+  auto signP = [](int smaller, int n) { return SignTestP(n - smaller, n).p.p; };
   for (int n = kSignFirstN; n <= kSignLastN; ++n) {
     for (int level = 0; level < 3; ++level) {
       const int k = sign.Row(n)[level];

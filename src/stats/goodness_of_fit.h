@@ -1,0 +1,70 @@
+#pragma once
+// Goodness-of-fit tests on a frequency table: the normal distribution with the sample's
+// mean and SD by Kolmogorov's test or by the chi-square test on classes, and equal group
+// frequencies by the chi-square test with adjusted residuals.
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "numeric/probability.h"
+#include "stats/moments.h"
+
+namespace tarvika {
+
+// values: distinct values or class midpoints in ascending order; frequencies beside them.
+// The moments are those of the same values.
+
+// Dmax, the largest distance between the normal and the empirical distribution function,
+// D* = sqrt(n) Dmax and the tail of D* in Kolmogorov's distribution.
+struct KolmogorovTest {
+  double d = 0;
+  double dStar = 0;
+  PValue p;
+};
+KolmogorovTest KolmogorovNormality(std::span<const double> values, std::span<const std::int32_t> frequencies,
+                                   const MomentAccumulator& m);
+
+// The normal expectations of the cells: each cell reaches up to the midpoint between its
+// value and the next, the last one to infinity.
+std::vector<double> ExpectedNormalCounts(std::span<const double> values, const MomentAccumulator& m);
+
+// The cells first..last that remain after merging small expectations (below 5), and
+// whether at most a fifth of them are small.
+struct MergedCells {
+  int first = 0;
+  int last = 0;
+  bool fewSmall = true;
+};
+// While more than a fifth of the cells expect fewer than 5, the end cell is merged into
+// its neighbour; the end, the one of the smaller expectation, is chosen once at the start.
+MergedCells MergeSmallExpectedCells(std::span<double> expected, std::span<double> observed);
+
+struct ChiSquareNormalityTest {
+  double chi = 0;  // 0 when merging left too many small expectations
+  int df = 0;      // the merged cells less one
+  PValue p;
+  int cells = 0;          // before merging
+  int smallExpected = 0;  // cells expecting fewer than 5, before merging
+  bool ManySmallExpected() const { return smallExpected > 0.2 * cells; }
+};
+ChiSquareNormalityTest ChiSquareNormality(std::span<const double> values,
+                                          std::span<const std::int32_t> frequencies,
+                                          const MomentAccumulator& m);
+
+// Equal frequencies in k groups: the standardized residuals (f - e)/sqrt(e) with the marker
+// of their normal p, the p of each residual's square adjusted for the k groups (times k, at
+// most 1), and chi-square = the sum of squared residuals on k - 1 df.
+struct EqualFrequencyTest {
+  double expected = 0;
+  std::vector<double> residuals;
+  std::vector<std::string_view> residualMarkers;
+  std::vector<double> adjustedP;
+  double chi = 0;
+  int df = 0;
+  PValue p;
+};
+EqualFrequencyTest EqualFrequencies(std::span<const int> frequencies);
+
+}  // namespace tarvika
