@@ -406,7 +406,8 @@ FisherResult FisherExactP2(int a, int b, int c, int d) {
     total += w;
     if (w <= kAsProbable) tail += w;
   }
-  return {static_cast<double>(std::min<Real>(1, tail / total)), static_cast<double>(TableProbability(a, b, c, d))};
+  return {static_cast<double>(std::min<Real>(1, tail / total)),
+          static_cast<double>(TableProbability(a, b, c, d))};
 }
 
 }  // namespace tarvika

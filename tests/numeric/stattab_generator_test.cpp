@@ -53,7 +53,8 @@ TEST(StatTableGenerator, CriticalFAgreesWithTheFDistribution) {
     return std::isinf(df) ? quantile(complement(boost::math::chi_squared_distribution<double>(1), alpha))
                           : quantile(complement(boost::math::fisher_f_distribution<double>(1, df), alpha));
   };
-  for (int df : {1, 2, 3, 4, 10, 26, 27, 29, 35, 50, 80, 120, 180, 254, 255, 256, 300, 500, 999, 5000, 100000}) {
+  for (int df :
+       {1, 2, 3, 4, 10, 26, 27, 29, 35, 50, 80, 120, 180, 254, 255, 256, 300, 500, 999, 5000, 100000}) {
     const FTabResult found = FTabLookup(table, 1, df, 0);
     const double values[] = {found.CriticalF90, found.CriticalF95, found.CriticalF99};
     for (int i = 0; i < 3; ++i) {
