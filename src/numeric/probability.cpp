@@ -157,6 +157,13 @@ Real TableProbability(int a, int b, int c, int d) {
   return std::exp(lf(a + b) + lf(c + d) + lf(a + c) + lf(b + d) - lf(n) - lf(a) - lf(b) - lf(c) - lf(d));
 }
 
+// The ratio p(x + 1) / p(x) of the probabilities of neighbouring 2 by 2 tables with row sums
+// r1, r2 and first column sum c1, x being the first cell; the table with first cell x has
+// r1 - x, c1 - x and r2 - c1 + x in its other cells.
+Real NextTableRatio(int x, int r1, int r2, int c1) {
+  return static_cast<Real>(r1 - x) * (c1 - x) / (static_cast<Real>(x + 1) * (r2 - c1 + x + 1));
+}
+
 // Counts the sign patterns of ranks[i..n-1] whose positive ranks, added to sum, stay at
 // most limit. The ranks are added in order, as a nest of loops with the first index
 // outermost would add them.
@@ -351,36 +358,31 @@ EnumeratedP WilcoxonExactP(int n, double t, std::span<const double> ranks) {
 }
 
 FisherResult FisherExactP2(int a, int b, int c, int d) {
-  // Bring the smallest cell to a, so that the walk toward a = 0 ends at a table.
-  if (a > b) {
-    std::swap(a, b);
-    std::swap(c, d);
-  }
-  if (a > d) std::swap(a, d);
-  const Real p0 = TableProbability(a, b, c, d);
-  Real sum = p0;
-
-  // The tail of the observed table, toward a = 0.
-  Real p = p0;
-  for (int aa = a, bb = b, cc = c, dd = d; aa > 0; --aa, ++bb, ++cc, --dd) {
-    p *= (static_cast<Real>(aa) / (bb + 1)) * (static_cast<Real>(dd) / (cc + 1));
-    sum += p;
-    if (p < 0.00001L) break;
-  }
-
-  // The other tail, from the largest a the margins allow, while its tables are no more
-  // probable than the observed one. A table exactly as probable (the mirror image of a
-  // symmetric table) counts even when rounding puts it a hair above.
+  if (a < 0 || b < 0 || c < 0 || d < 0) return {};
+  // Two-sided p: the total probability of the tables with the observed margins that are no
+  // more probable than the observed one. A table within a relative 1e-7 of it counts as
+  // equally probable, so that the mirror image of a symmetric table is not lost to rounding.
+  // Probabilities are taken relative to the observed table and built by the ratio of
+  // neighbours, so that large counts do not overflow; a table 1e4900 times more probable
+  // than the observed one makes the total infinite and p 0, as it all but is.
   const int r1 = a + b, r2 = c + d, c1 = a + c;
-  int aa = std::min(r1, c1);
-  int bb = r1 - aa, cc = c1 - aa, dd = r2 - cc;
-  p = TableProbability(aa, bb, cc, dd);
-  while (p <= p0 * (1 + 1e-7L) && sum < 1 && aa > a) {
-    sum += p;
-    p *= (static_cast<Real>(aa) / (bb + 1)) * (static_cast<Real>(dd) / (cc + 1));
-    --aa, ++bb, ++cc, --dd;
+  const int first = std::max(0, c1 - r2), last = std::min(r1, c1);
+  constexpr Real kAsProbable = 1 + 1e-7L;
+  Real total = 1, tail = 1;
+  Real w = 1;
+  for (int x = a; x < last; ++x) {
+    w *= NextTableRatio(x, r1, r2, c1);
+    total += w;
+    if (w <= kAsProbable) tail += w;
   }
-  return {static_cast<double>(std::min<Real>(1, sum)), static_cast<double>(p0)};
+  w = 1;
+  for (int x = a; x > first; --x) {
+    w /= NextTableRatio(x - 1, r1, r2, c1);
+    total += w;
+    if (w <= kAsProbable) tail += w;
+  }
+  return {static_cast<double>(std::min<Real>(1, tail / total)),
+          static_cast<double>(TableProbability(a, b, c, d))};
 }
 
 }  // namespace tarvika

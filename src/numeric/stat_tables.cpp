@@ -97,24 +97,32 @@ FTabResult FTabLookup(const FTable& table, int numeratorDF, int denominatorDF, d
   FTabResult result;
   const int m = denominatorDF;
   std::array<double, 3> critical{};
+  const FTable::Row& last = table.RowIndex(32);
   if (m < 3) {
     if (numeratorDF > 1) return result;  // the fixed rows are for numerator df 1 only
-    // Fixed in the program, not read from the file; 38.4 is the value the reports rely on.
-    critical = m == 1 ? std::array<double, 3>{38.4, 161, 4050} : std::array<double, 3>{49.5, 200, 5000};
+    const FTable::Row& fixed = m <= 1 ? kFTableRowDf1 : kFTableRowDf2;
+    for (int i = 0; i < 3; ++i) critical[i] = Scaled(fixed.critical[i]);
   } else if (m <= 26) {
     for (int i = 0; i < 3; ++i) critical[i] = Scaled(table.RowIndex(m).critical[i]);
-  } else {
-    int upper = 27;  // the first row from index 27 whose df is above m, else the last row
+  } else if (m < last.df) {
+    int upper = 27;  // the first row from index 27 whose df is above m
     while (upper < 32 && table.RowIndex(upper).df <= m) ++upper;
     const FTable::Row& high = table.RowIndex(upper);
     const FTable::Row& low = table.RowIndex(upper - 1);
     for (int i = 0; i < 3; ++i) {
-      if (m >= 255 || high.df <= m || high.df == low.df) {
+      if (high.df <= m || high.df == low.df) {
         critical[i] = Scaled(high.critical[i]);
       } else {
         const double share = static_cast<double>(m - low.df) / (high.df - low.df);
         critical[i] = Scaled(low.critical[i] + share * (high.critical[i] - low.critical[i]));
       }
+    }
+  } else {
+    // Critical values of F are nearly linear in 1/df, and the last row is computed at its
+    // df, so the values beyond it approach the limit rather than stay at the last row.
+    const double share = static_cast<double>(last.df) / m;
+    for (int i = 0; i < 3; ++i) {
+      critical[i] = Scaled(kFTableLimit[i] + share * (last.critical[i] - kFTableLimit[i]));
     }
   }
   result.CriticalF90 = critical[0];

@@ -75,8 +75,18 @@ struct FTable {
 };
 FTable LoadFTable(const std::filesystem::path& folder);
 
-// The three critical values for a denominator df, and the marker of F against them:
-// " ", "+ " (p < 0.10), "* " (p < 0.05) or "**" (p < 0.01).
+// The rows the file does not hold, fixed in the program in the file's form: denominator df 1
+// and 2, and the limit as the denominator df grows without bound (F(1, inf) is the square
+// of a normal deviate: 1.645^2, 1.960^2, 2.576^2).
+inline constexpr FTable::Row kFTableRowDf1 = {1, {3986, 16145, 405218}};
+inline constexpr FTable::Row kFTableRowDf2 = {2, {853, 1851, 9850}};
+inline constexpr std::array<int, 3> kFTableLimit = {271, 384, 663};
+
+// The three critical values for numerator df 1 and a denominator df, and the marker of F
+// against them: " ", "+ " (p < 0.10), "* " (p < 0.05) or "**" (p < 0.01). Between the
+// file's rows from df 26 to 255 the values are interpolated linearly in df; from df 255 on,
+// linearly in 1/df between the row of 255 and the limit. A df below 1 takes the df-1 row;
+// for df below 3 with a numerator df above 1 there are no values (all 0, marker " ").
 struct FTabResult {
   double CriticalF90 = 0;
   double CriticalF95 = 0;

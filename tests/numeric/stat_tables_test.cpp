@@ -42,16 +42,17 @@ TEST(StatTables, FTabLookupRowsInterpolationAndMarkers) {
   test::TempFolder folder;
   const FTable table = WriteAndLoadSimpleFTable(folder.path());
 
-  // Denominator df 1 and 2 come from the two rows fixed in the program.
-  EXPECT_EQ(FTabLookup(table, 1, 1, 161).marker, "* ");
-  EXPECT_EQ(FTabLookup(table, 1, 1, 38.39).marker, " ");
-  EXPECT_EQ(FTabLookup(table, 1, 1, 38.4).marker, "+ ");
-  EXPECT_EQ(FTabLookup(table, 1, 1, 4050).marker, "**");
+  // Denominator df 1 and 2 come from the two rows fixed in the program; a df below 1 takes
+  // the row of df 1.
+  EXPECT_EQ(FTabLookup(table, 1, 1, 161.44).marker, "+ ");
+  EXPECT_EQ(FTabLookup(table, 1, 1, 161.45).marker, "* ");
+  EXPECT_EQ(FTabLookup(table, 1, 1, 39.85).marker, " ");
+  EXPECT_EQ(FTabLookup(table, 1, 1, 4052.18).marker, "**");
   const FTabResult two = FTabLookup(table, 1, 2, 0);
-  EXPECT_EQ(two.CriticalF90, 49.5);
-  EXPECT_EQ(two.CriticalF95, 200);
-  EXPECT_EQ(two.CriticalF99, 5000);
-  EXPECT_EQ(FTabLookup(table, 1, 0, 0).CriticalF99, 5000);
+  EXPECT_EQ(two.CriticalF90, 8.53);
+  EXPECT_EQ(two.CriticalF95, 18.51);
+  EXPECT_EQ(two.CriticalF99, 98.5);
+  EXPECT_EQ(FTabLookup(table, 1, 0, 0).CriticalF99, 4052.18);
   EXPECT_EQ(FTabLookup(table, 2, 1, 1e9).marker, " ");  // no fixed row for numerator df 2
 
   // Rows 3 to 26 are read directly, scaled by 1/100.
@@ -66,7 +67,10 @@ TEST(StatTables, FTabLookupRowsInterpolationAndMarkers) {
   EXPECT_DOUBLE_EQ(FTabLookup(table, 1, 50, 0).CriticalF99, 1.5);
   EXPECT_DOUBLE_EQ(FTabLookup(table, 1, 254, 0).CriticalF90, 2.54);
   EXPECT_DOUBLE_EQ(FTabLookup(table, 1, 255, 0).CriticalF90, 2.55);
-  EXPECT_DOUBLE_EQ(FTabLookup(table, 1, 100000, 0).CriticalF99, 7.65);
+  // From the last row on: linear in 1/df toward the limit 2.71, 3.84, 6.63.
+  EXPECT_DOUBLE_EQ(FTabLookup(table, 1, 510, 0).CriticalF95, (384 + 510) / 200.0);
+  EXPECT_DOUBLE_EQ(FTabLookup(table, 1, 2550, 0).CriticalF99, (663 + 0.1 * (765 - 663)) / 100);
+  EXPECT_NEAR(FTabLookup(table, 1, 1 << 30, 0).CriticalF90, 2.71, 1e-6);
 }
 
 TEST(StatTables, ShippedTablesReadAsDocumented) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/math/distributions/chi_squared.hpp>
+#include <boost/math/distributions/fisher_f.hpp>
 #include <boost/math/distributions/students_t.hpp>
 #include <cmath>
 #include <fstream>
@@ -38,6 +40,40 @@ TEST(StatTableGenerator, ShippedFilesAreWhatTheGeneratorWrites) {
     EXPECT_TRUE(shipped == Contents(folder.path() / std::string(name)))
         << name << " differs: run `make stattab`";
   }
+}
+
+// The critical F of numerator df 1 for any denominator df, from the shipped file and the
+// rows fixed in the program, against the quantiles of Boost.Math: exact to the two decimals
+// of the table at its rows and beyond the last one, within the error of linear
+// interpolation in df between the rows from 26 to 255.
+TEST(StatTableGenerator, CriticalFAgreesWithTheFDistribution) {
+  const FTable table = LoadFTable(kShipped);
+  const double alphas[] = {0.10, 0.05, 0.01};
+  auto exact = [](double alpha, double df) {
+    return std::isinf(df) ? quantile(complement(boost::math::chi_squared_distribution<double>(1), alpha))
+                          : quantile(complement(boost::math::fisher_f_distribution<double>(1, df), alpha));
+  };
+  for (int df :
+       {1, 2, 3, 4, 10, 26, 27, 29, 35, 50, 80, 120, 180, 254, 255, 256, 300, 500, 999, 5000, 100000}) {
+    const FTabResult found = FTabLookup(table, 1, df, 0);
+    const double values[] = {found.CriticalF90, found.CriticalF95, found.CriticalF99};
+    for (int i = 0; i < 3; ++i) {
+      const double f = exact(alphas[i], df);
+      const bool interpolatedInDf = df > 26 && df < 255;
+      EXPECT_NEAR(values[i], f, interpolatedInDf ? 0.006 * f : 0.0051) << "df " << df << " at " << alphas[i];
+    }
+  }
+  // The limit row holds the critical chi-square of df 1, which F(1, df) approaches.
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_NEAR(kFTableLimit[i] / 100.0, exact(alphas[i], INFINITY), 0.005);
+  }
+  // A t of 1.965 with 999 df (p = 0.0497) is significant at 5%; at 2 df a t of 4.31 is.
+  const boost::math::students_t_distribution<double> t999(999), t2(2);
+  EXPECT_LT(2 * cdf(complement(t999, 1.965)), 0.05);
+  EXPECT_EQ(FTabLookup(table, 1, 999, 1.965 * 1.965).marker, "* ");
+  EXPECT_LT(2 * cdf(complement(t2, 4.31)), 0.05);
+  EXPECT_EQ(FTabLookup(table, 1, 2, 4.31 * 4.31).marker, "* ");
+  EXPECT_EQ(FTabLookup(table, 1, 2, 4.30 * 4.30).marker, "+ ");
 }
 
 // Each record holds, per level, the largest statistic whose exact two-sided p is at most

@@ -171,6 +171,19 @@ TEST(SingleSampleModes, NormalityNeedsEightCasesAndSwitchesTestsAbove100) {
   EXPECT_EQ(ws.data.GetCell(3, 101), "");
 }
 
+// The critical t of the intervals and markers at 2 and at 299 df, against R's t.test:
+// (1, 2, 6) has the 95% interval (-3.572, 9.572) and t = 4.583 (p = 0.0445) against -4;
+// 1 to 300 has (140.644, 160.356) and t = 1.969 (p = 0.0499) against 140.639.
+TEST(SingleSampleModes, IntervalsAndTMarkersAtFewAndManyDf) {
+  Project p({"1", "2", "6"}, Sequence(300));
+  auto lines = p.Run(12, {"x", "y"});
+  EXPECT_TRUE(Has(lines, "\t    3\t2\t3.000\t1.528\t-3.572\t9.572\t"));
+  EXPECT_TRUE(Has(lines, "\t  300\t150.50\t150.50\t5.008\t140.64\t160.36\t"));
+  lines = p.Run(14, {"x", "y"}, {"hypotheticalValue:x=-4", "hypotheticalValue:y=140.639"});
+  EXPECT_TRUE(Has(lines, "   - One-sample t test: t(2) = 4.583*   (p = 0.0445)"));
+  EXPECT_TRUE(Has(lines, "   - One-sample t test: t(299) = 1.969*   (p = 0.0499)"));
+}
+
 TEST(SingleSampleModes, NewVariableNamesAndTheLimit) {
   Project p({"1"});
   Workspace& ws = p.m.ws;

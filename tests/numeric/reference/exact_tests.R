@@ -45,7 +45,13 @@ write.csv(wilcoxon, "wilcoxon_exact.csv", row.names = FALSE)
 fisher <- data.frame()
 tables <- rbind(expand.grid(a = c(0, 1, 3, 7), b = c(0, 2, 5, 9), c = c(1, 4, 8), d = c(0, 3, 6, 12)),
                 data.frame(a = c(12, 25, 40, 3, 50, 10, 60), b = c(30, 20, 10, 45, 52, 90, 5),
-                           c = c(28, 22, 35, 40, 48, 15, 70), d = c(10, 30, 5, 2, 50, 80, 9)))
+                           c = c(28, 22, 35, 40, 48, 15, 70), d = c(10, 30, 5, 2, 50, 80, 9)),
+                # Observed tables beyond the most probable one, ties of a table with its mirror
+                # image, a single table, and counts whose factorials overflow a double.
+                data.frame(a = c(1, 7, 100, 5, 4, 6, 0, 0, 20, 480, 1500, 3, 1200),
+                           b = c(1, 12, 1, 5, 6, 4, 0, 9, 0, 520, 20, 2000, 1300),
+                           c = c(1, 0, 1, 5, 6, 4, 0, 0, 0, 530, 15, 9, 1250),
+                           d = c(100, 8, 1, 5, 4, 6, 0, 0, 30, 470, 1400, 1500, 1250)))
 for (i in seq_len(nrow(tables))) {
   a <- tables$a[i]; b <- tables$b[i]; c <- tables$c[i]; d <- tables$d[i]
   m <- matrix(c(a, c, b, d), 2)
