@@ -28,9 +28,7 @@ void ClassTable::Reset(int k, double minimum, double maximum, bool classesWhenFu
 
 void ClassTable::Add(double x) {
   if (classes_) {
-    // Class trunc((x - minimum)/width) counted from 1, the maximum in the last class.
-    int c = static_cast<int>((x - minimum_) / width_) + 1;
-    ++freq_[std::clamp(c, 1, k_) - 1];
+    ++freq_[ClassOf(x)];
     return;
   }
   int e = index_.Find(x);
@@ -48,13 +46,17 @@ void ClassTable::Add(double x) {
   if (Count() == k_ && classesWhenFull_) ConvertToClasses();
 }
 
+int ClassTable::ClassOf(double x) const {
+  // Class c (from 0) reaches from minimum + c*width up to the next; the maximum belongs to
+  // the last class. The values seen before the table turned into classes are placed by the
+  // same rule as the cases after them, so that a value never counts in two classes.
+  const int c = static_cast<int>((x - minimum_) / width_);
+  return std::clamp(c, 0, k_ - 1);
+}
+
 void ClassTable::ConvertToClasses() {
-  // The distinct values so far are placed by rounding, which the cases after them are not.
   std::vector<std::int32_t> classes(k_, 0);
-  for (int e = 0; e < Count(); ++e) {
-    int c = static_cast<int>(std::lround((values_[e] - minimum_) / width_)) + 1;
-    classes[std::min(c, k_) - 1] += freq_[e];
-  }
+  for (int e = 0; e < Count(); ++e) classes[ClassOf(values_[e])] += freq_[e];
   freq_ = std::move(classes);
   values_.resize(k_);
   for (int i = 1; i <= k_; ++i) values_[i - 1] = (i - 0.5) * width_ + minimum_;

@@ -36,6 +36,7 @@ class ClassTable {
 
  private:
   void ConvertToClasses();
+  int ClassOf(double x) const;
 
   std::vector<double> values_;
   std::vector<std::int32_t> freq_;

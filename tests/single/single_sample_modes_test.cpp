@@ -74,6 +74,12 @@ std::vector<std::string> Sequence(int n, double start = 1) {
   return cells;
 }
 
+std::vector<int> Frequencies(const ClassTable& t) {
+  std::vector<int> freq;
+  for (int e = 0; e < t.Count(); ++e) freq.push_back(t.Frequency(e));
+  return freq;
+}
+
 bool Has(const std::vector<std::string>& lines, const std::string& text) {
   return std::any_of(lines.begin(), lines.end(), [&](const std::string& l) { return l.find(text) != std::string::npos; });
 }
@@ -87,17 +93,41 @@ TEST(SingleSampleModes, ClassCounts) {
   EXPECT_EQ(ClassCountFor(100, 1, false, true), 100);
   EXPECT_EQ(ClassCountFor(101, 1, false, true), 7);
   EXPECT_EQ(ClassCountFor(1000000, 1, false, true), 2000);
-  // The k-th distinct value turns a continuous table into k classes: the values so far are
-  // placed by rounding, later ones by truncation.
+  // The k-th distinct value turns a continuous table into k classes [min + c*w, min + (c+1)*w),
+  // the maximum in the last; a value seen before and after the turn stays in one class.
   ClassTable t;
   t.Reset(6, 0, 6, true);
   for (double x : {0.0, 0.6, 6.0, 2.0, 3.0, 4.0}) t.Add(x);
   ASSERT_TRUE(t.Classes());
   t.Add(0.6);
-  std::vector<int> freq;
-  for (int e = 0; e < t.Count(); ++e) freq.push_back(t.Frequency(e));
-  EXPECT_EQ(freq, (std::vector<int>{2, 1, 1, 1, 1, 1}));
+  EXPECT_EQ(Frequencies(t), (std::vector<int>{3, 0, 1, 1, 1, 1}));
   EXPECT_DOUBLE_EQ(t.Value(0), 0.5);
+}
+
+// A 1-6 item of 25 answers has 6 classes, one per answer: the counts are those of R's
+// table(x), 7 2 4 2 4 6, whichever answers come before the sixth distinct one.
+TEST(SingleSampleModes, AnItemWithAsManyAnswersAsClassesCountsEachAnswerOnce) {
+  const std::vector<int> tableOfR = {7, 2, 4, 2, 4, 6};
+  const std::vector<std::vector<double>> orders = {
+      {1, 2, 3, 4, 5, 6, 1, 1, 1, 1, 1, 1, 2, 3, 3, 3, 4, 5, 5, 5, 6, 6, 6, 6, 6},
+      {6, 6, 5, 5, 4, 4, 3, 3, 3, 2, 1, 1, 5, 5, 3, 6, 6, 6, 1, 1, 1, 1, 1, 2, 6}};
+  for (const std::vector<double>& x : orders) {
+    ASSERT_EQ(ClassCountFor(static_cast<int>(x.size()), 1, false, false), 6);
+    ClassTable t;
+    t.Reset(6, 1, 6, true);
+    for (double v : x) t.Add(v);
+    ASSERT_TRUE(t.Classes());
+    EXPECT_EQ(Frequencies(t), tableOfR);
+  }
+  std::vector<std::string> cells;
+  for (double v : orders[0]) cells.push_back(std::to_string(static_cast<int>(v)));
+  Project item(cells);
+  auto lines = item.Run(13, {"x"});
+  const std::vector<std::string> rows(std::find(lines.begin(), lines.end(), "Midpoint\tFreq.\t%\tCum%") + 1,
+                                      std::find(lines.begin(), lines.end(), "TOTAL:\t25"));
+  EXPECT_EQ(rows, (std::vector<std::string>{"1.42\t7\t28.0\t28.0\t|=======", "2.25\t2\t8.0\t36.0\t|==",
+                                            "3.08\t4\t16.0\t52.0\t|====", "3.92\t2\t8.0\t60.0\t|==",
+                                            "4.75\t4\t16.0\t76.0\t|====", "5.58\t6\t24.0\t100.0\t|======"}));
 }
 
 TEST(SingleSampleModes, TheBarIsTheFrequencyUpTo45ThenScaled) {

@@ -50,7 +50,7 @@ gayen <- function(n, t, g1, g2) {
   2 * (p0 - g2 * p1 + g1 * g1 * p2)
 }
 # The class table: distinct values until k of them have come (in case order), then k classes;
-# the values so far go to class round((x - min)/w) + 1, later cases to trunc((x - min)/w) + 1.
+# every value, before and after the turn, goes to class trunc((x - min)/w) + 1, at most k.
 classes <- function(x, k) {
   lo <- min(x); w <- (max(x) - lo) / k; seen <- c(); freq <- c(); binned <- FALSE
   for (v in x) {
@@ -59,7 +59,7 @@ classes <- function(x, k) {
     if (length(j)) { freq[j] <- freq[j] + 1; next }
     seen <- c(seen, v); freq <- c(freq, 1)
     if (length(seen) == k) {
-      f <- rep(0, k); for (i in seq_along(seen)) { j <- min(round((seen[i] - lo) / w) + 1, k); f[j] <- f[j] + freq[i] }
+      f <- rep(0, k); for (i in seq_along(seen)) { j <- min(floor((seen[i] - lo) / w) + 1, k); f[j] <- f[j] + freq[i] }
       freq <- f; seen <- (seq_len(k) - 0.5) * w + lo; binned <- TRUE
     }
   }
@@ -109,6 +109,10 @@ cat("# Mode 13: the classes of Pulse (case order), and Exer\n")
 x <- s$Pulse[!is.na(s$Pulse)]; t <- classes(x, 11)
 print(data.frame(mid = round(t$values, 1), freq = t$freq, pct = round(100 * t$freq / length(x), 1)))
 print(table(s$Exer))
+cat("# The same classes by R's own right-open cut: Pulse (11), Height by sex (20)\n")
+cut_classes <- function(x, k) table(cut(x, seq(min(x), max(x), length.out = k + 1), right = FALSE, include.lowest = TRUE))
+cat("Pulse", cut_classes(x, 11), "\n")
+for (g in c("Female", "Male")) { y <- s$Height[!is.na(s$Sex) & s$Sex == g]; cat(g, "Height", cut_classes(y[!is.na(y)], 20), "\n") }
 cat("# Mode 15, all cases, and the T-scale values of the first three cases\n")
 for (v in c("Pulse", "Height")) { x <- s[[v]][!is.na(s[[v]])]; cat(v, chisq_normality(x), "\n") }
 for (v in c("Pulse", "Height")) { x <- s[[v]]; cat(v, trunc(100 * ((x[1:3] - mean(x, na.rm = TRUE)) * 10 / sd(x, na.rm = TRUE) + 50)) * 0.01, "\n") }
