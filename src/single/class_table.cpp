@@ -49,8 +49,11 @@ void ClassTable::Add(double x) {
 int ClassTable::ClassOf(double x) const {
   // Class c (from 0) reaches from minimum + c*width up to the next; the maximum belongs to
   // the last class. The values seen before the table turned into classes are placed by the
-  // same rule as the cases after them, so that a value never counts in two classes.
-  const int c = static_cast<int>((x - minimum_) / width_);
+  // same rule as the cases after them, so that a value never counts in two classes. A value
+  // on an edge, which the division can leave a hair below a whole number (16.9 in classes
+  // of 0.975 from 13: 3.9999999999999982), belongs to the class above.
+  constexpr double kEdgeTolerance = 1e-9;
+  const int c = static_cast<int>((x - minimum_) / width_ + kEdgeTolerance);
   return std::clamp(c, 0, k_ - 1);
 }
 

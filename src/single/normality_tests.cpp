@@ -25,6 +25,7 @@ class NormalityRun {
   void Kolmogorov(int i);
   void ChiSquare(int i);
   void SaveStandardized(int i);
+  void WriteTooFewValues();
 
   SingleSampleContext& c_;
   ReportWriter& r_;
@@ -42,8 +43,7 @@ void NormalityRun::Variable(int i) {
     table_.Reset(ClassCountFor(s.count, 1, false, true), s.minimum, s.maximum, true);
     c_.ForEachValue(i, [&](int, double x) { table_.Add(x); });
     if (table_.Count() < 3) {
-      r_.Line(fmt::format("{}{}{}", c_.T("Number of different values: ", "A különböző értékek száma: "), table_.Count(),
-                          c_.T(". No use to perform a test of normality.", ". Emiatt nincs értelme a normalitásvizsgálatnak.")));
+      WriteTooFewValues();
     } else if (StandardDeviation(s) < kZeroTolerance) {
       r_.Line(c_.T("Variance is too low to perform a test of normality.", "Nem végezhető normalitásvizsgálat a túl kicsi szórás miatt."));
     } else {
@@ -58,6 +58,11 @@ void NormalityRun::Variable(int i) {
   if (c_.request.Get(param::kSaveStandardized)) SaveStandardized(i);
 }
 
+void NormalityRun::WriteTooFewValues() {
+  r_.Line(fmt::format("{}{}{}", c_.T("Number of different values: ", "A különböző értékek száma: "), table_.Count(),
+                      c_.T(". No use to perform a test of normality.", ". Emiatt nincs értelme a normalitásvizsgálatnak.")));
+}
+
 void NormalityRun::Kolmogorov(int i) {
   const KolmogorovTest test = KolmogorovNormality(table_.Values(), table_.Frequencies(), c_.stats[i]);
   r_.Line(fmt::format("{}{}, D* = {}  (p = {}){}",
@@ -67,6 +72,11 @@ void NormalityRun::Kolmogorov(int i) {
 
 void NormalityRun::ChiSquare(int i) {
   const ChiSquareNormalityTest test = ChiSquareNormality(table_.Values(), table_.Frequencies(), c_.stats[i]);
+  if (!test.Tested()) {
+    // Three values leave no degree of freedom once the mean and SD are estimated.
+    WriteTooFewValues();
+    return;
+  }
   r_.Line(fmt::format("{}{}{}{}  (p = {}){}",
                       c_.T("Normality test, chi-square method (df = ", "Normalitásvizsgálat khi-négyzet-próbával (f = "),
                       test.df, c_.T("): Chi-2 = ", "): Khi2 = "), Fixed(test.chi, 3), Fixed(test.p.p, 4), test.p.marker));

@@ -41,50 +41,69 @@ std::vector<double> ExpectedNormalCounts(std::span<const double> values, const M
   return expected;
 }
 
-MergedCells MergeSmallExpectedCells(std::span<double> expected, std::span<double> observed) {
-  MergedCells out{0, static_cast<int>(expected.size()) - 1, true};
-  if (expected.empty()) return out;
-  int& first = out.first;
-  int& last = out.last;
-  auto smallCells = [&] {
-    int small = 0;
-    for (int e = first; e <= last; ++e) small += expected[e] < 5;
-    return small;
-  };
-  auto tooMany = [&](int small) { return small > 0.2 * (last - first + 1); };
-  const bool fromFirst = expected[first] <= expected[last];
-  int small = smallCells();
-  while (tooMany(small) && first < last) {
-    if (fromFirst) {
-      expected[first + 1] += expected[first];
-      observed[first + 1] += observed[first];
-      ++first;
+namespace {
+
+constexpr double kSmallExpected = 5;
+constexpr int kFewestNormalityCells = 4;
+
+void MergeInto(MergedCells& cells, int from, int into) {
+  cells.expected[into] += cells.expected[from];
+  cells.observed[into] += cells.observed[from];
+  cells.firstCell[into] = std::min(cells.firstCell[into], cells.firstCell[from]);
+  cells.expected.erase(cells.expected.begin() + from);
+  cells.observed.erase(cells.observed.begin() + from);
+  cells.firstCell.erase(cells.firstCell.begin() + from);
+}
+
+int SmallCells(const MergedCells& cells) {
+  return static_cast<int>(
+      std::count_if(cells.expected.begin(), cells.expected.end(), [](double e) { return e < kSmallExpected; }));
+}
+
+}  // namespace
+
+MergedCells MergeSmallExpectedCells(std::span<const double> expected, std::span<const double> observed) {
+  MergedCells cells{{expected.begin(), expected.end()}, {observed.begin(), observed.end()}, {}};
+  for (int e = 0; e < cells.Count(); ++e) cells.firstCell.push_back(e);
+  auto small = [&](int c) { return cells.expected[c] < kSmallExpected; };
+  while (cells.Count() > kFewestNormalityCells && SmallCells(cells) > 0.2 * cells.Count()) {
+    // The tails first, from both sides inward: an end cell joins its inner neighbour when
+    // one of the two is small, the end of the smaller pair first. Merging one end only would
+    // swallow the middle while the other tail stays small, and end in a single cell.
+    const int last = cells.Count() - 1;
+    const std::vector<double>& e = cells.expected;
+    const bool lowTail = small(0) || small(1), highTail = small(last) || small(last - 1);
+    if (lowTail && (!highTail || e[0] + e[1] <= e[last] + e[last - 1])) {
+      MergeInto(cells, 0, 1);
+    } else if (highTail) {
+      MergeInto(cells, last, last - 1);
     } else {
-      expected[last - 1] += expected[last];
-      observed[last - 1] += observed[last];
-      --last;
+      // A small cell inside (values close together) joins the smaller of its neighbours.
+      int smallest = 2;
+      for (int c = 3; c < last - 1; ++c) {
+        if (e[c] < e[smallest]) smallest = c;
+      }
+      MergeInto(cells, smallest, e[smallest - 1] <= e[smallest + 1] ? smallest - 1 : smallest + 1);
     }
-    small = smallCells();
   }
-  out.fewSmall = !tooMany(small);
-  return out;
+  return cells;
 }
 
 ChiSquareNormalityTest ChiSquareNormality(std::span<const double> values,
                                           std::span<const std::int32_t> frequencies,
                                           const MomentAccumulator& m) {
   ChiSquareNormalityTest out;
-  std::vector<double> expected = ExpectedNormalCounts(values, m);
-  std::vector<double> observed(frequencies.begin(), frequencies.end());
+  const std::vector<double> expected = ExpectedNormalCounts(values, m);
+  const std::vector<double> observed(frequencies.begin(), frequencies.end());
   out.cells = static_cast<int>(expected.size());
-  for (double e : expected) out.smallExpected += e < 5;
+  for (double e : expected) out.smallExpected += e < kSmallExpected;
+  if (out.cells < kFewestNormalityCells) return out;
   const MergedCells merged = MergeSmallExpectedCells(expected, observed);
-  if (merged.fewSmall) {
-    for (int e = merged.first; e <= merged.last; ++e) {
-      if (expected[e] > 0) out.chi += (expected[e] - observed[e]) * (expected[e] - observed[e]) / expected[e];
-    }
+  for (int c = 0; c < merged.Count(); ++c) {
+    const double e = merged.expected[c], f = merged.observed[c];
+    if (e > 0) out.chi += (e - f) * (e - f) / e;
   }
-  out.df = merged.last - merged.first;
+  out.df = merged.Count() - 3;
   out.p = ChiSquareP(out.chi, out.df);
   return out;
 }

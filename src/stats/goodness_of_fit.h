@@ -30,23 +30,31 @@ KolmogorovTest KolmogorovNormality(std::span<const double> values, std::span<con
 // value and the next, the last one to infinity.
 std::vector<double> ExpectedNormalCounts(std::span<const double> values, const MomentAccumulator& m);
 
-// The cells first..last that remain after merging small expectations (below 5), and
-// whether at most a fifth of them are small.
+// The cells that remain after merging small expectations (below 5), each with its
+// expectation, its observed count and the first of the original cells it holds.
 struct MergedCells {
-  int first = 0;
-  int last = 0;
-  bool fewSmall = true;
+  std::vector<double> expected;
+  std::vector<double> observed;
+  std::vector<int> firstCell;
+  int Count() const { return static_cast<int>(expected.size()); }
 };
-// While more than a fifth of the cells expect fewer than 5, the end cell is merged into
-// its neighbour; the end, the one of the smaller expectation, is chosen once at the start.
-MergedCells MergeSmallExpectedCells(std::span<double> expected, std::span<double> observed);
+// While more than a fifth of the cells expect fewer than 5 and more than four remain, cells
+// are merged: the tails of the normal from both sides inward (an end cell into its
+// neighbour while one of the two is small, the end of the smaller pair first), else the
+// smallest inner cell into the smaller of its neighbours. Four cells (one degree of
+// freedom) remain at least.
+MergedCells MergeSmallExpectedCells(std::span<const double> expected, std::span<const double> observed);
 
+// Pearson's chi-square of the merged cells on cells - 3 df, as the normal's mean and SD
+// are estimated from the sample. Fewer than four cells leave no degree of freedom: df 0,
+// no test.
 struct ChiSquareNormalityTest {
-  double chi = 0;  // 0 when merging left too many small expectations
-  int df = 0;      // the merged cells less one
+  double chi = 0;
+  int df = 0;
   PValue p;
   int cells = 0;          // before merging
   int smallExpected = 0;  // cells expecting fewer than 5, before merging
+  bool Tested() const { return df > 0; }
   bool ManySmallExpected() const { return smallExpected > 0.2 * cells; }
 };
 ChiSquareNormalityTest ChiSquareNormality(std::span<const double> values,

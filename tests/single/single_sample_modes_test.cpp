@@ -102,6 +102,12 @@ TEST(SingleSampleModes, ClassCounts) {
   t.Add(0.6);
   EXPECT_EQ(Frequencies(t), (std::vector<int>{3, 0, 1, 1, 1, 1}));
   EXPECT_DOUBLE_EQ(t.Value(0), 0.5);
+  // 16.9 starts the fifth class of 0.975 from 13, though (16.9 - 13)/0.975 falls a hair
+  // short of 4 in floating point.
+  ClassTable edge;
+  edge.Reset(8, 13, 20.8, true);
+  for (double x : {13.0, 14.0, 15.0, 16.0, 16.9, 18.0, 19.0, 20.8, 16.9}) edge.Add(x);
+  EXPECT_EQ(Frequencies(edge), (std::vector<int>{1, 1, 1, 1, 2, 1, 1, 1}));
 }
 
 // A 1-6 item of 25 answers has 6 classes, one per answer: the counts are those of R's
@@ -187,6 +193,9 @@ TEST(SingleSampleModes, NormalityNeedsEightCasesAndSwitchesTestsAbove100) {
   EXPECT_TRUE(Has(small.Run(15, {"x"}), "There are few cases to perform a test of normality."));
   Project two(Repeat({{"1", 5}, {"2", 5}}));
   EXPECT_TRUE(Has(two.Run(15, {"x"}), "Number of different values: 2. No use to perform a test of normality."));
+  // Above 100 cases three values leave the chi-square no degree of freedom.
+  Project three(Repeat({{"1", 40}, {"2", 50}, {"3", 40}}));
+  EXPECT_TRUE(Has(three.Run(15, {"x"}), "Number of different values: 3. No use to perform a test of normality."));
   std::vector<std::string> hundredCases = Sequence(99);
   hundredCases.push_back("50");
   Project hundred(hundredCases, Sequence(101));

@@ -30,25 +30,62 @@ TEST(GoodnessOfFit, KolmogorovDistanceFromTheNormal) {
   EXPECT_EQ(test.p.marker, "");
 }
 
-TEST(GoodnessOfFit, ChiSquareAgainstTheNormal) {
+// Tables from reference/normality.R: five cells that need no merging, the classes of normal
+// samples of 5000 and 30001 (where merging from one end only used to end in a single cell,
+// df 0) and of a skewed sample. The merged cells are the ones the script checks; chi-square
+// is Pearson's on them, on cells - 3 df.
+TEST(GoodnessOfFit, ChiSquareAgainstTheNormalMergesBothTails) {
   const ReferenceCsv reference("chi_square_normality.csv", "stats");
-  const std::vector<double> values = Numbers(reference.Text(0, "values"));
-  const std::vector<double> counts = Numbers(reference.Text(0, "frequencies"));
-  const std::vector<std::int32_t> frequencies(counts.begin(), counts.end());
-  MomentAccumulator m;
-  for (size_t e = 0; e < values.size(); ++e) {
-    for (int k = 0; k < frequencies[e]; ++k) m.Add(values[e]);
+  ASSERT_EQ(reference.size(), 4u);
+  for (size_t row = 0; row < reference.size(); ++row) {
+    SCOPED_TRACE(reference.Text(row, "set"));
+    const std::vector<double> values = Numbers(reference.Text(row, "values"));
+    const std::vector<double> counts = Numbers(reference.Text(row, "frequencies"));
+    const std::vector<std::int32_t> frequencies(counts.begin(), counts.end());
+    // The moments are those of the sample, not of the class midpoints.
+    MomentAccumulator m;
+    m.count = static_cast<std::int32_t>(reference.Number(row, "n"));
+    m.mean = reference.Number(row, "mean");
+    m.m2 = reference.Number(row, "sd") * reference.Number(row, "sd") * (m.count - 1);
+
+    const std::vector<double> expected = ExpectedNormalCounts(values, m);
+    const MergedCells merged = MergeSmallExpectedCells(expected, counts);
+    ASSERT_EQ(merged.Count(), reference.Number(row, "cells"));
+    const int lowerEnd = static_cast<int>(reference.Number(row, "lower_end"));
+    const int upperStart = static_cast<int>(reference.Number(row, "upper_start"));
+    EXPECT_EQ(merged.firstCell[1], lowerEnd);  // the first cell holds classes 1..lowerEnd
+    EXPECT_EQ(merged.firstCell.back() + 1, upperStart);
+    EXPECT_EQ(std::count_if(merged.expected.begin(), merged.expected.end(), [](double e) { return e < 5; }),
+              reference.Number(row, "small_cells"));
+    double total = 0;
+    for (double f : merged.observed) total += f;
+    EXPECT_EQ(total, m.count);
+
+    const ChiSquareNormalityTest test = ChiSquareNormality(values, frequencies, m);
+    EXPECT_TRUE(test.Tested());
+    EXPECT_EQ(test.cells, static_cast<int>(values.size()));
+    EXPECT_EQ(test.df, reference.Number(row, "df"));
+    const double chi = reference.Number(row, "chi"), p = reference.Number(row, "p");
+    EXPECT_NEAR(test.chi, chi, 2e-4 * chi);
+    EXPECT_NEAR(test.p.p, p, p < 0.01 ? 0.01 * p : 1e-3);
   }
-  const std::vector<double> expected = ExpectedNormalCounts(values, m);
-  EXPECT_NEAR(*std::min_element(expected.begin(), expected.end()), reference.Number(0, "smallest_expected"),
-              1e-2);
-  const ChiSquareNormalityTest test = ChiSquareNormality(values, frequencies, m);
-  EXPECT_EQ(test.cells, 5);
-  EXPECT_EQ(test.smallExpected, 0);
-  EXPECT_FALSE(test.ManySmallExpected());
-  EXPECT_EQ(test.df, reference.Number(0, "df"));
-  EXPECT_NEAR(test.chi, reference.Number(0, "chi"), 1e-3);
-  EXPECT_NEAR(test.p.p, reference.Number(0, "p"), 1e-4);
+}
+
+// Three values leave no degree of freedom; four are tested on one however small their
+// expectations; a small cell inside joins its smaller neighbour.
+TEST(GoodnessOfFit, ChiSquareNormalityNeedsFourCells) {
+  MomentAccumulator m;
+  for (double x : {1.0, 2.0, 2.0, 3.0}) m.Add(x);
+  const std::vector<std::int32_t> three = {1, 2, 1};
+  EXPECT_FALSE(ChiSquareNormality(std::vector<double>{1, 2, 3}, three, m).Tested());
+  const std::vector<double> expected = {1, 2, 3, 4, 5};
+  const std::vector<double> observed = {1, 1, 1, 1, 1};
+  const MergedCells four = MergeSmallExpectedCells(expected, observed);
+  EXPECT_EQ(four.expected, (std::vector<double>{3, 3, 4, 5}));
+  const std::vector<double> inner = {50, 40, 4, 30, 3, 60, 70};
+  const MergedCells merged = MergeSmallExpectedCells(inner, std::vector<double>(7, 1));
+  EXPECT_EQ(merged.expected, (std::vector<double>{50, 40, 4, 33, 60, 70}));
+  EXPECT_EQ(merged.firstCell, (std::vector<int>{0, 1, 2, 3, 5, 6}));
 }
 
 TEST(GoodnessOfFit, EqualFrequenciesWithAdjustedResiduals) {

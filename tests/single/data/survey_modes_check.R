@@ -14,8 +14,8 @@
 #  - the program's normal distribution function is a five-term polynomial, so values that
 #    rest on it (Kolmogorov D, chi-square of normality) may differ from these in the last
 #    printed digit;
-#  - the Kolmogorov p is the asymptotic series; the chi-square test of normality and the
-#    histogram classes are built as the program builds them (see classes()).
+#  - the Kolmogorov p is the asymptotic series; the chi-square test of normality is Pearson's
+#    on the cells the program forms (see chisq_normality()).
 library(MASS)
 data(survey)
 s <- survey
@@ -49,34 +49,28 @@ gayen <- function(n, t, g1, g2) {
   p2 <- (n - 1) * (2 * n + 5) / 72 * I((n - 1) / 2, 0.5) - d * e * I((n + 1) / 2, 0.5) + f * I((n + 3) / 2, 0.5) - f / 3 * I((n + 5) / 2, 0.5)
   2 * (p0 - g2 * p1 + g1 * g1 * p2)
 }
-# The class table: distinct values until k of them have come (in case order), then k classes;
-# every value, before and after the turn, goes to class trunc((x - min)/w) + 1, at most k.
+# The class table: the distinct values while there are fewer than k, else k right-open
+# classes of equal width from the minimum (R's cut), the maximum in the last.
 classes <- function(x, k) {
-  lo <- min(x); w <- (max(x) - lo) / k; seen <- c(); freq <- c(); binned <- FALSE
-  for (v in x) {
-    if (binned) { j <- min(floor((v - lo) / w) + 1, k); freq[j] <- freq[j] + 1; next }
-    j <- which(abs(seen - v) < 1e-8)
-    if (length(j)) { freq[j] <- freq[j] + 1; next }
-    seen <- c(seen, v); freq <- c(freq, 1)
-    if (length(seen) == k) {
-      f <- rep(0, k); for (i in seq_along(seen)) { j <- min(floor((seen[i] - lo) / w) + 1, k); f[j] <- f[j] + freq[i] }
-      freq <- f; seen <- (seq_len(k) - 0.5) * w + lo; binned <- TRUE
-    }
-  }
-  o <- order(seen); list(values = seen[o], freq = freq[o], binned = binned)
+  v <- sort(unique(x))
+  if (length(v) < k) return(list(values = v, freq = as.vector(table(factor(x, levels = v))), binned = FALSE))
+  edges <- seq(min(x), max(x), length.out = k + 1)
+  list(values = (edges[-1] + edges[-(k + 1)]) / 2, freq = as.vector(table(cut(x, edges, right = FALSE, include.lowest = TRUE))),
+       binned = TRUE)
 }
-chisq_normality <- function(x) {
+# Pearson's chi-square on the cells the program forms: the classes, with classes 1..lower_end
+# and upper_start..k merged into one cell at each end (checked: at most a fifth of the cells
+# then expect fewer than 5), on cells - 3 df.
+normality_cells <- list("Female Height" = c(2, 7), "Female Wr.Hnd" = c(2, 8), "Male Height" = c(2, 8),
+                        "Male Wr.Hnd" = c(2, 8), "Pulse" = c(3, 13), "Height" = c(1, 14))
+chisq_normality <- function(x, cells) {
   n <- length(x); t <- classes(x, min(2000, (n - 1) %/% 15 + 1)); k <- length(t$values)
   cum <- c(pnorm(((t$values[-k] + t$values[-1]) / 2 - mean(x)) / sd(x)), 1)
-  e <- n * diff(c(0, cum)); o <- t$freq; first <- 1; last <- k
-  small <- function() sum(e[first:last] < 5); many <- function() small() > 0.2 * (last - first + 1)
-  start <- small(); from_first <- e[first] <= e[last]
-  while (many() && first < last) {
-    if (from_first) { e[first + 1] <- e[first + 1] + e[first]; o[first + 1] <- o[first + 1] + o[first]; first <- first + 1 }
-    else { e[last - 1] <- e[last - 1] + e[last]; o[last - 1] <- o[last - 1] + o[last]; last <- last - 1 }
-  }
-  r <- first:last; chi <- if (many()) 0 else sum(((e - o)^2 / e)[r][e[r] > 0])
-  sprintf("chi2 df=%d chi=%.3f p=%s small at start=%.1f%%", last - first, chi, f4(pchisq(chi, last - first, lower.tail = FALSE)), 100 * start / k)
+  e <- n * diff(c(0, cum)); lower_end <- cells[1]; upper_start <- cells[2]
+  group <- c(rep(1, lower_end), seq_len(upper_start - lower_end - 1) + 1, rep(upper_start - lower_end + 1, k - upper_start + 1))
+  ec <- tapply(e, group, sum); oc <- tapply(t$freq, group, sum); stopifnot(sum(ec < 5) <= 0.2 * length(ec))
+  chi <- sum((oc - ec)^2 / ec); df <- length(ec) - 3
+  sprintf("chi2 df=%d chi=%.3f p=%s small at start=%.1f%%", df, chi, f4(pchisq(chi, df, lower.tail = FALSE)), 100 * sum(e < 5) / k)
 }
 kolmogorov <- function(x) {
   n <- length(x); d <- ks.test(x, "pnorm", mean(x), sd(x))$statistic; ds <- sqrt(n) * d; k <- 1:100
@@ -103,16 +97,14 @@ describe("Pulse", s$Pulse, 72); describe("Height", s$Height, 170); describe("Age
 cat("# Mode 15 by sex\n")
 for (g in c("Female", "Male")) for (v in c("Pulse", "Height", "Wr.Hnd")) {
   x <- s[[v]][!is.na(s$Sex) & s$Sex == g]; x <- x[!is.na(x)]
-  cat(g, v, length(x), if (length(x) <= 100) kolmogorov(x) else chisq_normality(x), "\n")
+  cat(g, v, length(x), if (length(x) <= 100) kolmogorov(x) else chisq_normality(x, normality_cells[[paste(g, v)]]), "\n")
 }
-cat("# Mode 13: the classes of Pulse (case order), and Exer\n")
+cat("# Mode 13: the classes of Pulse, and Exer\n")
 x <- s$Pulse[!is.na(s$Pulse)]; t <- classes(x, 11)
 print(data.frame(mid = round(t$values, 1), freq = t$freq, pct = round(100 * t$freq / length(x), 1)))
 print(table(s$Exer))
-cat("# The same classes by R's own right-open cut: Pulse (11), Height by sex (20)\n")
-cut_classes <- function(x, k) table(cut(x, seq(min(x), max(x), length.out = k + 1), right = FALSE, include.lowest = TRUE))
-cat("Pulse", cut_classes(x, 11), "\n")
-for (g in c("Female", "Male")) { y <- s$Height[!is.na(s$Sex) & s$Sex == g]; cat(g, "Height", cut_classes(y[!is.na(y)], 20), "\n") }
+cat("# Mode 13 by sex: the 20 classes of Height\n")
+for (g in c("Female", "Male")) { y <- s$Height[!is.na(s$Sex) & s$Sex == g]; cat(g, "Height", classes(y[!is.na(y)], 20)$freq, "\n") }
 cat("# Mode 15, all cases, and the T-scale values of the first three cases\n")
-for (v in c("Pulse", "Height")) { x <- s[[v]][!is.na(s[[v]])]; cat(v, chisq_normality(x), "\n") }
+for (v in c("Pulse", "Height")) { x <- s[[v]][!is.na(s[[v]])]; cat(v, chisq_normality(x, normality_cells[[v]]), "\n") }
 for (v in c("Pulse", "Height")) { x <- s[[v]]; cat(v, trunc(100 * ((x[1:3] - mean(x, na.rm = TRUE)) * 10 / sd(x, na.rm = TRUE) + 50)) * 0.01, "\n") }

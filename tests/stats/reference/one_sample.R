@@ -33,27 +33,7 @@ for (name in names(samples)) {
 }
 write.csv(one_sample, "one_sample.csv", row.names = FALSE)
 
-# Kolmogorov's distance from the normal with the sample's mean and SD, and its p from the
-# limiting distribution of sqrt(n) D. Forty distinct values, skewed to the right.
-x <- c(2.31, 2.95, 3.12, 3.40, 3.58, 3.71, 3.86, 3.99, 4.07, 4.15, 4.26, 4.33, 4.41, 4.52, 4.60,
-       4.68, 4.79, 4.85, 4.97, 5.06, 5.13, 5.24, 5.38, 5.45, 5.57, 5.69, 5.84, 5.98, 6.13, 6.31,
-       6.52, 6.77, 7.04, 7.39, 7.82, 8.36, 9.05, 9.98, 11.40, 13.75)
-ks <- ks.test(x, "pnorm", mean(x), sd(x), exact = FALSE)
-write.csv(data.frame(d = unname(ks$statistic), p = ks$p.value, values = join(x)), "kolmogorov_normality.csv",
-          row.names = FALSE)
-
-# Pearson's chi-square of a frequency table against the normal with the sample's mean and
-# SD, each cell reaching to the midpoint between its value and the next; every cell expects
-# at least 5, so no cell is merged.
-values <- 1:5
-freq <- c(20, 45, 70, 45, 20)
-x <- rep(values, freq)
-bounds <- (values[-1] + values[-length(values)]) / 2
-probs <- diff(c(0, pnorm(bounds, mean(x), sd(x)), 1))
-chi <- chisq.test(freq, p = probs)
-write.csv(data.frame(chi = unname(chi$statistic), df = unname(chi$parameter), p = chi$p.value,
-                     smallest_expected = min(chi$expected), values = join(values), frequencies = join(freq)),
-          "chi_square_normality.csv", row.names = FALSE)
+# The tests of normality: normality.R.
 
 # Equal group frequencies: chi-square, the Pearson residuals and their two-sided normal p
 # adjusted by Bonferroni for the number of groups.
