@@ -1,5 +1,6 @@
-// Mode 15: per variable the Kolmogorov test of normality (up to 100 cases) or the
-// chi-square test on classes (above), and the standardized variables when asked for.
+// Mode 15: per variable the Kolmogorov test of normality with Lilliefors' p (up to 100
+// cases) or the chi-square test on classes (above), and the standardized variables when
+// asked for.
 
 #include <algorithm>
 #include <cmath>
@@ -66,7 +67,8 @@ void NormalityRun::WriteTooFewValues() {
 void NormalityRun::Kolmogorov(int i) {
   const KolmogorovTest test = KolmogorovNormality(table_.Values(), table_.Frequencies(), c_.stats[i]);
   r_.Line(fmt::format("{}{}, D* = {}  (p = {}){}",
-                      c_.T("Kolmogorov's test of normality: Dmax = ", "Kolmogorov-féle normalitásvizsgálat: Dmax = "),
+                      c_.T("Kolmogorov's test of normality (Lilliefors): Dmax = ",
+                           "Kolmogorov-féle normalitásvizsgálat (Lilliefors): Dmax = "),
                       Fixed(test.d, 3), Fixed(test.dStar, 3), Fixed(test.p.p, 4), test.p.marker));
 }
 

@@ -17,12 +17,19 @@ namespace tarvika {
 // The moments are those of the same values.
 
 // Dmax, the largest distance between the normal and the empirical distribution function,
-// D* = sqrt(n) Dmax and the tail of D* in Kolmogorov's distribution.
+// D* = sqrt(n) Dmax, and the p of Dmax by Lilliefors' distribution: the normal's mean and SD
+// are the sample's, which makes Dmax much smaller than Kolmogorov's distribution (known mean
+// and SD) expects.
 struct KolmogorovTest {
   double d = 0;
   double dStar = 0;
   PValue p;
 };
+// The upper tail of Lilliefors' Dmax for n from 5 to 100 values: Dallal and Wilkinson's
+// (1986) formula where it gives at most 0.1, the range it was fitted for; above, the
+// polynomial of Molin and Abdi (1998, as given by Abdi and Molin 2007), at least 0.1 and at
+// most 1 so that p falls as Dmax grows.
+double LillieforsP(double d, int n);
 KolmogorovTest KolmogorovNormality(std::span<const double> values, std::span<const std::int32_t> frequencies,
                                    const MomentAccumulator& m);
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -17,17 +18,56 @@ namespace {
 using test::Numbers;
 using test::ReferenceCsv;
 
-TEST(GoodnessOfFit, KolmogorovDistanceFromTheNormal) {
+// Samples from reference/normality.R, from 8 to 100 values, with ties and without, p from
+// 1e-7 to 0.9. Up to 0.1 the p is Dallal and Wilkinson's formula, as nortest's lillie.test
+// has it; above, it is checked against lillie.test and against a Monte-Carlo estimate,
+// which it is closer to.
+TEST(GoodnessOfFit, KolmogorovDistanceFromTheNormalWithLillieforsP) {
   const ReferenceCsv reference("kolmogorov_normality.csv", "stats");
-  std::vector<double> x = Numbers(reference.Text(0, "values"));
-  MomentAccumulator m;
-  for (double v : x) m.Add(v);
-  std::sort(x.begin(), x.end());
-  const std::vector<std::int32_t> once(x.size(), 1);
-  const KolmogorovTest test = KolmogorovNormality(x, once, m);
-  EXPECT_NEAR(test.d, reference.Number(0, "d"), 2e-5);
-  EXPECT_NEAR(test.p.p, reference.Number(0, "p"), 1e-4);
-  EXPECT_EQ(test.p.marker, "");
+  ASSERT_EQ(reference.size(), 9u);
+  for (size_t row = 0; row < reference.size(); ++row) {
+    SCOPED_TRACE(reference.Text(row, "set"));
+    std::vector<double> x = Numbers(reference.Text(row, "values"));
+    MomentAccumulator m;
+    for (double v : x) m.Add(v);
+    std::sort(x.begin(), x.end());
+    std::vector<double> values;
+    std::vector<std::int32_t> frequencies;
+    for (double v : x) {
+      if (values.empty() || v != values.back()) {
+        values.push_back(v);
+        frequencies.push_back(0);
+      }
+      ++frequencies.back();
+    }
+    const KolmogorovTest test = KolmogorovNormality(values, frequencies, m);
+    EXPECT_NEAR(test.d, reference.Number(row, "d"), 2e-5);
+    EXPECT_NEAR(test.dStar, std::sqrt(x.size()) * reference.Number(row, "d"), 2e-4);
+    const double p = reference.Number(row, "p");
+    if (p <= 0.1) {
+      EXPECT_NEAR(test.p.p, p, 0.01 * p);
+    } else {
+      EXPECT_NEAR(test.p.p, p, 0.015);
+      EXPECT_NEAR(test.p.p, reference.Number(row, "monte_carlo_p"), 0.01);
+    }
+    EXPECT_EQ(test.p.marker, SignificanceMarker(p));
+  }
+}
+
+// p falls from 1 as Dmax grows, also where the two approximations meet, and stays in [0, 1].
+TEST(GoodnessOfFit, LillieforsPFallsFromOneToZero) {
+  for (int n : {5, 8, 13, 20, 50, 100}) {
+    SCOPED_TRACE(n);
+    EXPECT_EQ(LillieforsP(0, n), 1);
+    double before = 1;
+    for (double d = 0.0001; d < 0.7; d += 0.0001) {
+      const double p = LillieforsP(d, n);
+      ASSERT_LE(p, before) << d;
+      ASSERT_GE(p, 0) << d;
+      before = p;
+    }
+    EXPECT_LT(before, 1e-6);
+  }
 }
 
 // Tables from reference/normality.R: five cells that need no merging, the classes of normal
