@@ -128,9 +128,18 @@ TEST(OrderStats, TwentyThousandAndOneDistinctValuesTurnIntoBins) {
   EXPECT_EQ(t.Frequency(20000), 1);
   t.Add(0.5);  // binned from now on
   EXPECT_EQ(t.Frequency(0), 2);
-  // The median interpolates inside its bin.
-  OrderStatistics o = t.OrderStats(20003, 0, 20000);
-  EXPECT_NEAR(o.median, 9999.5 + 0.5, 1.0);
+  // The median interpolates inside its bin of width 1, which holds values at its lower edge;
+  // R's median(c(0:19999, 5, 20000, 0.5)) is 9999 exactly, and so must the binned one be:
+  // half a bin off either way is a fault.
+  EXPECT_DOUBLE_EQ(t.OrderStats(20003, 0, 20000).median, 9999);
+  // Four cases in the median's bin: median(c(0:20000, 10000, 10000, 10000)) is 10000.
+  ValueTable four;
+  four.Reset(0, 20000);
+  for (int i = 0; i <= 20000; ++i) four.Add(i);
+  for (int i = 0; i < 3; ++i) four.Add(10000);
+  ASSERT_TRUE(four.Binned());
+  EXPECT_EQ(four.Frequency(10000), 4);
+  EXPECT_DOUBLE_EQ(four.OrderStats(20004, 0, 20000).median, 10000);
 }
 
 TEST(SignedRanks, EdgeCases) {
