@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 #include "../frame/memory_workspace.h"
@@ -12,6 +13,7 @@
 #include "single/class_table.h"
 #include "analyses/command_table.h"
 #include "workspace/new_variable.h"
+#include "printed_p_values.h"
 
 namespace tarvika {
 namespace {
@@ -243,6 +245,45 @@ TEST(SingleSampleModes, NewVariableNamesAndTheLimit) {
   EXPECT_EQ(ws.NumberOfVariables(), kMaxVariables);
   EXPECT_EQ(VariableLimitMessage(ws),
             "No more new variable can be created since the total number of variables would be over 1000.");
+}
+
+// Every p that commands 11 to 15 print is a probability, on data that push the formulas:
+// strong skew, few cases, constant values, two values, huge and tiny t, ties everywhere.
+TEST(SingleSampleModes, EveryPrintedPIsAProbability) {
+  std::vector<std::string> skewed, steps, wide;
+  for (int i = 0; i < 40; ++i) skewed.push_back(std::to_string(std::pow(1.3, i)));
+  for (int i = 0; i < 150; ++i) steps.push_back(std::to_string(i % 7 == 0 ? 40 + i : i % 3));
+  for (int i = 0; i < 130; ++i) wide.push_back(std::to_string(i * i * 0.001));
+  struct Data {
+    std::vector<std::string> x, y;
+    std::string hx, hy;
+  };
+  const std::vector<Data> sets = {
+      {skewed, {"1", "1", "1", "2", "2", "3", "4", "6", "9", "15", "30", "80"}, "20", "5"},
+      {{"1", "2", "9"}, {"3", "3", "3", "3", "3", "3", "3", "3", "3", "3"}, "4", "3"},
+      {Repeat({{"0", 60}, {"1", 61}}), {"2", "2", "2", "2", "2", "2", "2", "2", "7"}, "0.5", "2"},
+      {steps, wide, "1", "5.5"},
+      {Sequence(30, 1000), Repeat({{"1", 3}, {"2", 20}, {"3", 2}, {"4", 1}}), "1015.5", "1.999"},
+  };
+  int checked = 0;
+  for (const Data& d : sets) {
+    Project p(d.x, d.y);
+    const std::vector<std::string> h = {"hypotheticalValue:x=" + d.hx, "hypotheticalValue:y=" + d.hy};
+    std::vector<std::vector<std::string>> reports = {
+        p.Run(11, {"x", "y"}), p.Run(12, {"x", "y"}), p.Run(12, {"x", "y"}, {"trimmingPercent=25"}),
+        p.Run(13, {"x", "y"}), p.Run(13, {"x", "y"}, {"scaleType:x=discrete", "scaleType:y=discrete"}),
+        p.Run(14, {"x", "y"}, h), p.Run(14, {"x", "y"}, {h[0], h[1], "trimmingPercent=20"}), p.Run(15, {"x", "y"})};
+    for (const auto& lines : reports) {
+      std::string report;
+      for (const std::string& l : lines) report += l + "\n";
+      for (const testing::PrintedP& printed : testing::PrintedPValues(report)) {
+        if (testing::LeftOutOfTheProbabilityCheck(printed)) continue;
+        EXPECT_TRUE(printed.value >= 0 && printed.value <= 1) << printed.line;
+        ++checked;
+      }
+    }
+  }
+  EXPECT_GT(checked, 100);
 }
 
 }  // namespace
