@@ -206,6 +206,28 @@ void ReportWriter::FirstCell(std::string_view text) {
   }
 }
 
+void ReportWriter::FirstCellRightAligned(std::string_view text, int width) {
+  FirstCell(Html() ? std::string(text) : fmt::format("{:>{}}", text, width));
+}
+
+void ReportWriter::BeginTitledTable(std::string_view title, const std::vector<std::string_view>& headings) {
+  if (!Html()) {
+    Line(title);
+    std::string row;
+    for (std::string_view h : headings) row += (row.empty() ? "" : "\t") + std::string(h);
+    Line(row);
+    return;
+  }
+  Write("<TABLE BORDER CELLPADDING=\"2\"><TR>");
+  EndLine();
+  Write(fmt::format("<TD COLSPAN={} bgcolor=\"#ffffff\">{}</TD></TR>", headings.size(), title));
+  EndLine();
+  Write("<TR>");
+  for (std::string_view h : headings) Write(fmt::format("<TD bgcolor=\"#aaCCff\">{}</TD>", h));
+  Write("</TR>");
+  EndLine();
+}
+
 void ReportWriter::Cell(std::string_view text) {
   if (Html()) {
     Write("<TD>" + EscapeHtml(text) + "</TD>");

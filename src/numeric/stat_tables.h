@@ -94,6 +94,9 @@ struct FTabResult {
   std::string marker = " ";
 };
 FTabResult FTabLookup(const FTable& table, int numeratorDF, int denominatorDF, double f);
+// The critical F for numerator df 1 and the denominator df at a confidence of 90, 95 or
+// 99 percent (anything else reads as 95): the square of a two-sided t quantile.
+double CriticalFAt(const FTable& table, int denominatorDF, int confidencePercent);
 
 // "WILC.MST" and "SIGN.MST": per n, the two-sided critical values at 0.10, 0.05, 0.01 (the
 // largest smaller rank sum, or smaller count, still significant), 0 where none exists.
