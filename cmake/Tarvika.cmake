@@ -11,9 +11,11 @@ endfunction()
 
 # tarvika_test(NAME <test> SOURCES ... DEPENDS ...)
 # A GoogleTest executable, registered with CTest; runs with the source tree's tests/ as TARVIKA_TEST_DATA.
+# The shared helpers of tests/support are included as "support/...".
 function(tarvika_test)
   cmake_parse_arguments(T "" "NAME" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${T_NAME} ${T_SOURCES})
+  target_include_directories(${T_NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${T_NAME} PRIVATE ${T_DEPENDS} GTest::gtest GTest::gtest_main GTest::gmock)
   target_compile_definitions(${T_NAME} PRIVATE
     TARVIKA_TEST_DATA="${CMAKE_SOURCE_DIR}/tests"
