@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/analysis_dialogs.h"
-#include "memory_workspace.h"
+#include "support/memory_workspace.h"
 
 namespace tarvika {
 namespace {

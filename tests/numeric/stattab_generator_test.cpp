@@ -13,10 +13,10 @@
 
 #include "numeric/probability.h"
 #include "numeric/stat_tables.h"
-#include "reference_csv.h"
 #include "stattab/studentized_range.h"
 #include "stattab/table_writer.h"
-#include "temp_folder.h"
+#include "support/reference_csv.h"
+#include "support/temp_folder.h"
 
 namespace tarvika {
 namespace {

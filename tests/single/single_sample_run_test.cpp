@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "../frame/memory_workspace.h"
+#include "support/memory_workspace.h"
 #include "frame/analysis_request.h"
 #include "frame/analysis_dialogs.h"
 #include "single/single_sample_run.h"
