@@ -47,7 +47,9 @@ std::string Describe(const ParameterDefinition& param) {
 void RegisterCommandsCommand(CLI::App& app, CliContext& context) {
   auto* cmd = app.add_subcommand("commands", "List the analysis commands with their dialogs and parameters");
   cmd->callback([&context] {
-    Language lang = context.language;
+    auto session = StartSession(context);
+    if (!session) return;
+    const Language lang = session->ws.language;
     for (DialogKind dialog : {DialogKind::SingleSample, DialogKind::Groups, DialogKind::Relations}) {
       std::vector<int> codes = CommandListOrder(dialog);
       if (dialog == DialogKind::SingleSample) codes.push_back(16);
