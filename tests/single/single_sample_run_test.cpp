@@ -79,6 +79,8 @@ struct Case {
   std::string conditional;
 };
 
+void PrintTo(const Case& c, std::ostream* out) { *out << c.expected; }
+
 class BasicReport : public ::testing::TestWithParam<Case> {};
 
 TEST_P(BasicReport, MatchesTheReportVerifiedByHand) {
