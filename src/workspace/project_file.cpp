@@ -136,6 +136,13 @@ void ReadHeader(InputFile& in, Tables& t, const Workspace& ws, bool continuation
   }
 }
 
+// A file that can't be opened, or whose first line can't be read, with the reason.
+void TellUnreadable(Workspace& ws, const std::string& path, const InputFile& file) {
+  std::string_view what = file.IsOpen() ? ws.Text("The file cannot be read: ", "A fájl nem olvasható: ")
+                                        : ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: ");
+  ws.user.Tell(fmt::format("{}{}\r\n{}", what, path, file.Error()));
+}
+
 // The first line's key is one of the two magics.
 bool HasMagic(InputFile& in) {
   std::string line;
@@ -473,8 +480,7 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   const std::string path = FullPath(givenPath);
   InputFile file(path);
   if (!file.IsOpen()) {
-    ws.user.Tell(
-        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    TellUnreadable(ws, path, file);
     return LoadResult::Unreadable;
   }
   LoadResult result = LoadResult::Loaded;
@@ -482,6 +488,10 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   try {
     if (!HasMagic(file)) {
       ws.busy = false;
+      if (file.Failed()) {
+        TellUnreadable(ws, path, file);
+        return LoadResult::Unreadable;
+      }
       ws.user.Tell(
           ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
                   "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
@@ -561,12 +571,15 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
   src.data.Resize(2, 2);
   InputFile file(path);
   if (!file.IsOpen()) {
-    ws.user.Tell(
-        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+    TellUnreadable(ws, path, file);
     return src;
   }
   try {
     if (!HasMagic(file)) {
+      if (file.Failed()) {
+        TellUnreadable(ws, path, file);
+        return src;
+      }
       ws.user.Tell(ws.Text("This is not a valid Tarvika file.", "Ez nem egy szabályos Tarvika állomány"));
       src.result = LoadResult::NotAProject;
       return src;

@@ -71,7 +71,10 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
        "scaleType értéke ezek egyike legyen: continuous, discrete, group.def."},
       {"run " + Survey() + " --command 11 --vars Pulse --set nonsense --lang en",
        "A setting is NAME=VALUE or NAME:VARIABLE=VALUE: nonsense"},
-      {"run " + (folder_ / "none.msw").string() + " --command 11 --vars Pulse --lang en", ""},
+      {"run " + (folder_ / "none.msw").string() + " --command 11 --vars Pulse --lang en",
+       "The file cannot be opened: " + (folder_ / "none.msw").string() + "\nNo such file or directory"},
+      // A file that opens but can't be read.
+      {"info /proc/self/mem --lang en", "The file cannot be read: /proc/self/mem\nInput/output error"},
       {"run " + (folder_ / "bad.msw").string() + " --command 11 --vars Pulse --lang en",
        "This is an invalid Tarvika file"},
       {"run " + (folder_ / "twice.msw").string() + " --command 11 --vars Pulse --lang en",
