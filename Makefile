@@ -24,10 +24,12 @@ build: configure
 run: build
 	@bash scripts/run-example.sh $(PROGRAM)
 
+# The tests of the label "slow" (the whole statistical-table generator check) run with `make bench`.
 test: build
-	cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 600
+	cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 600 -LE slow
 
 bench: build
+	cd $(BUILD) && ctest --output-on-failure --timeout 600 -L slow
 	@bash scripts/run-benchmarks.sh $(BUILD)
 
 asan: deps

@@ -59,7 +59,9 @@ void RegisterInfo(CLI::App& app, CliContext& context) {
   auto path = std::make_shared<std::string>();
   cmd->add_option("project", *path, "The project file (.msw)")->required();
   cmd->callback([&context, path] {
-    Workspace ws = MakeWorkspace(context);
+    auto session = StartSession(context);
+    if (!session) return;
+    Workspace& ws = session->ws;
     if (LoadProject(ws, *path) != LoadResult::Loaded) {
       context.exitCode = kInputError;
       return;

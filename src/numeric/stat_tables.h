@@ -22,6 +22,8 @@ inline constexpr std::string_view kCriticalTableFile = "CTABW.MST";     // 6-byt
 inline constexpr std::string_view kWilcoxonTableFile = "WILC.MST";      // 3-byte records
 inline constexpr std::string_view kSignTableFile = "SIGN.MST";          // 3-byte records
 inline constexpr std::string_view kStudentizedRangeFile = "tstab.txt";  // text
+inline constexpr std::array<std::string_view, 6> kTableFiles = {
+    kFTableFile, kFMatrixFile, kCriticalTableFile, kWilcoxonTableFile, kSignTableFile, kStudentizedRangeFile};
 
 // Denominator df of the rows of "FTAB.TXT" and of "ftab.mst" (255 stands for 255 and more).
 inline constexpr std::array<int, 30> kFTableRowDf = {3,  4,  5,  6,  7,  8,  9,  10, 11,  12,

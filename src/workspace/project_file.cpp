@@ -1,12 +1,8 @@
 #include "workspace/project_file.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -15,6 +11,7 @@
 #include <utility>
 
 #include "lang/cp1250.h"
+#include "lang/input_file.h"
 #include "lang/utf8.h"
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
@@ -33,115 +30,10 @@ constexpr std::string_view kVersion = "2.0";
 // unreadable number; the load keeps what it read so far.
 struct DamagedFile {};
 
-// ---------------------------------------------------------------------------------------
-// Reading lines
-
-// Reads a file in big blocks and hands out its lines without their ends. A line ends at
-// CR LF, LF or CR; the last line may have no end. Lines of any length are read.
-class LineReader {
- public:
-  explicit LineReader(int fd) : fd_(fd), buf_(kBlock) {}
-
-  // False at the end of the file. The view stays valid until the next call.
-  bool Next(std::string_view& line);
-
- private:
-  static constexpr std::size_t kBlock = 1 << 20;
-  static constexpr std::size_t kStale = static_cast<std::size_t>(-1);
-
-  bool Fill();
-
-  int fd_;
-  std::vector<char> buf_;
-  std::size_t begin_ = 0;    // first unread byte
-  std::size_t end_ = 0;      // end of the bytes read
-  std::size_t lf_ = kStale;  // the next LF at or after begin_, end_ when none was read
-  bool eof_ = false;
-};
-
-bool LineReader::Fill() {
-  if (eof_) return false;
-  if (begin_ > 0) {
-    std::memmove(buf_.data(), buf_.data() + begin_, end_ - begin_);
-    end_ -= begin_;
-    begin_ = 0;
-  }
-  if (end_ == buf_.size()) buf_.resize(buf_.size() * 2);  // one line fills the buffer
-  ssize_t got;
-  do {
-    got = ::read(fd_, buf_.data() + end_, buf_.size() - end_);
-  } while (got < 0 && errno == EINTR);
-  if (got < 0) throw DamagedFile{};
-  lf_ = kStale;
-  if (got == 0) {
-    eof_ = true;
-    return false;
-  }
-  end_ += static_cast<std::size_t>(got);
-  return true;
-}
-
-bool LineReader::Next(std::string_view& line) {
-  for (;;) {
-    const char* base = buf_.data();
-    if (lf_ == kStale || lf_ < begin_) {
-      const void* p = std::memchr(base + begin_, '\n', end_ - begin_);
-      lf_ = p != nullptr ? static_cast<std::size_t>(static_cast<const char*>(p) - base) : end_;
-    }
-    const void* cr = std::memchr(base + begin_, '\r', lf_ - begin_);
-    std::size_t stop = cr != nullptr ? static_cast<std::size_t>(static_cast<const char*>(cr) - base) : lf_;
-    // A CR as the last byte read may be the first half of CR LF: read on before deciding.
-    bool crAtEdge = cr != nullptr && stop + 1 == end_ && !eof_;
-    if (stop < end_ && !crAtEdge) {
-      line = std::string_view(base + begin_, stop - begin_);
-      std::size_t next = stop + 1;
-      if (base[stop] == '\r' && next < end_ && base[next] == '\n') ++next;
-      begin_ = next;
-      return true;
-    }
-    if (!Fill()) {
-      if (begin_ == end_) return false;
-      base = buf_.data();
-      std::size_t last = base[end_ - 1] == '\r' ? end_ - 1 : end_;
-      line = std::string_view(base + begin_, last - begin_);
-      begin_ = end_;
-      return true;
-    }
-  }
-}
-
-// An open file descriptor, closed at the end of the scope.
-class InputFile {
- public:
-  explicit InputFile(const std::string& path) : fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-    if (fd_ >= 0) {
-      struct stat st;
-      if (::fstat(fd_, &st) != 0 || S_ISDIR(st.st_mode)) {
-        ::close(fd_);
-        fd_ = -1;
-      } else {
-        ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
-      }
-    }
-  }
-  ~InputFile() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-  int fd() const { return fd_; }
-
- private:
-  int fd_;
-};
-
 // The next line as UTF-8; throws at the end of the file and on a blank line, which a
 // header can't have.
-void NextHeaderLine(LineReader& in, std::string& line) {
-  std::string_view raw;
-  if (!in.Next(raw) || raw.empty()) throw DamagedFile{};
-  line.clear();
-  AppendCp1250AsUtf8(raw, line);
+void NextHeaderLine(InputFile& in, std::string& line) {
+  if (!in.Next(line, FileEncoding::Windows1250) || line.empty()) throw DamagedFile{};
 }
 
 // ---------------------------------------------------------------------------------------
@@ -185,7 +77,7 @@ void AddLabelLine(std::string& labels, std::string_view line, bool continuation,
 }
 
 // Reads the header up to "<datamatrix>" into the tables. Unknown keys are skipped.
-void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuation) {
+void ReadHeader(InputFile& in, Tables& t, const Workspace& ws, bool continuation) {
   const char sep = ws.decimalSeparator;
   std::string line;
   bool pending = false;  // the line that ended a label list is still to be handled
@@ -244,11 +136,18 @@ void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuatio
   }
 }
 
+// A file that can't be opened, or whose first line can't be read, with the reason.
+void TellUnreadable(Workspace& ws, const std::string& path, const InputFile& file) {
+  std::string_view what = file.IsOpen() ? ws.Text("The file cannot be read: ", "A fájl nem olvasható: ")
+                                        : ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: ");
+  ws.user.Tell(fmt::format("{}{}\r\n{}", what, path, file.Error()));
+}
+
 // The first line's key is one of the two magics.
-bool HasMagic(LineReader& in) {
-  std::string_view raw;
-  if (!in.Next(raw)) return false;
-  std::string key = KeyOf(Cp1250ToUtf8(raw));
+bool HasMagic(InputFile& in) {
+  std::string line;
+  if (!in.Next(line, FileEncoding::Windows1250)) return false;
+  std::string key = KeyOf(line);
   return key == kMagic || key == kOldMagic;
 }
 
@@ -305,7 +204,7 @@ const char* SeparatorOf(std::string_view number) {
 // Reads the m data lines into the workspace. The field is carried over from column to
 // column and from row to row: a row that runs out of tabs repeats its last cut field up
 // to the column before the last, and the last column takes what is left.
-void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
+void ReadRows(InputFile& in, Workspace& ws, const std::vector<char>& numeric) {
   DataMatrix& data = ws.data;
   const int n = data.NumberOfVariables();
   const int m = data.NumberOfCases();
@@ -323,7 +222,7 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
       carried.assign(field);  // the line it points into is about to go
       field = carried;
     }
-    if (!in.Next(raw)) throw DamagedFile{};
+    if (!in.NextRaw(raw)) throw DamagedFile{};
     std::string_view line = raw;
     if (!IsAscii(raw)) {
       converted.clear();
@@ -358,21 +257,18 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
 }
 
 // The merge reader's data: a stream of fields that end at a tab or a line end.
-bool ReadMergeRows(LineReader& in, Tables& t, char sep) {
+bool ReadMergeRows(InputFile& in, Tables& t, char sep) {
   const int n = t.data.NumberOfVariables();
   const int m = t.data.NumberOfCases();
   std::string field;
   std::string line;
   std::string_view rest;
-  std::string_view raw;
   bool needLine = true;
   for (int r = 1; r <= m; ++r) {
     SetCaseNumber(t.data, r);
     for (int c = 1; c <= n; ++c) {
       if (needLine) {
-        if (!in.Next(raw)) return false;
-        line.clear();
-        AppendCp1250AsUtf8(raw, line);
+        if (!in.Next(line, FileEncoding::Windows1250)) return false;
         rest = line;
         needLine = false;
       }
@@ -583,25 +479,27 @@ std::string SuggestedOutputFile(const std::string& path) {
 LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   const std::string path = FullPath(givenPath);
   InputFile file(path);
-  if (file.fd() < 0) {
-    ws.user.Tell(
-        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+  if (!file.IsOpen()) {
+    TellUnreadable(ws, path, file);
     return LoadResult::Unreadable;
   }
   LoadResult result = LoadResult::Loaded;
   ws.busy = true;
   try {
-    LineReader in(file.fd());
-    if (!HasMagic(in)) {
+    if (!HasMagic(file)) {
       ws.busy = false;
+      if (file.Failed()) {
+        TellUnreadable(ws, path, file);
+        return LoadResult::Unreadable;
+      }
       ws.user.Tell(
           ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
                   "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
       return LoadResult::NotAProject;
     }
     Tables tables{ws.data, ws.vars, {}};
-    ReadHeader(in, tables, ws, true);
-    ReadRows(in, ws, tables.numeric);
+    ReadHeader(file, tables, ws, true);
+    ReadRows(file, ws, tables.numeric);
   } catch (const DamagedFile&) {
     result = LoadResult::Damaged;
     ws.user.Tell(ws.Text("Invalid or damaged Tarvika file", "Hibás vagy sérült Tarvika fájl!"));
@@ -672,21 +570,23 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
   src.vars.Resize(kVariableTableColumns, 1);
   src.data.Resize(2, 2);
   InputFile file(path);
-  if (file.fd() < 0) {
-    ws.user.Tell(
-        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+  if (!file.IsOpen()) {
+    TellUnreadable(ws, path, file);
     return src;
   }
   try {
-    LineReader in(file.fd());
-    if (!HasMagic(in)) {
+    if (!HasMagic(file)) {
+      if (file.Failed()) {
+        TellUnreadable(ws, path, file);
+        return src;
+      }
       ws.user.Tell(ws.Text("This is not a valid Tarvika file.", "Ez nem egy szabályos Tarvika állomány"));
       src.result = LoadResult::NotAProject;
       return src;
     }
     Tables tables{src.data, src.vars, {}};
-    ReadHeader(in, tables, ws, false);
-    if (!ReadMergeRows(in, tables, ws.decimalSeparator)) {
+    ReadHeader(file, tables, ws, false);
+    if (!ReadMergeRows(file, tables, ws.decimalSeparator)) {
       ws.user.Tell(ws.Text("Error while reading data table.\r\nReading interrupted.",
                            "Hiba az adattábla olvasása közben.\r\nBeolvasás félbeszakítva."));
       src.result = LoadResult::Damaged;
@@ -708,7 +608,7 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
 void LoadDefaultVariable(Workspace& ws) {
   const std::string path = ProgramFile(ws, "default.var");
   std::vector<std::string> lines;
-  if (auto read = ReadTextLines(path)) {
+  if (auto read = ReadLines(path, FileEncoding::Windows1250)) {
     lines = std::move(*read);
   } else {
     lines = {"num=0_0;", "", "nincs"};
@@ -732,7 +632,7 @@ bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view 
 
 std::vector<std::string> LoadRecentFiles(const Workspace& ws) {
   std::vector<std::string> files;
-  if (auto lines = ReadTextLines(ProgramFile(ws, "last.mod"))) {
+  if (auto lines = ReadLines(ProgramFile(ws, "last.mod"), FileEncoding::Windows1250)) {
     for (std::string& line : *lines) {
       if (!line.empty()) files.push_back(std::move(line));
     }

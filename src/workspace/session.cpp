@@ -64,7 +64,8 @@ StartResult Session::StartUp(const StartOptions& options) {
 
   // The language of the settings file is known before anything can fail.
   ReadConfig(ws.programFolder, settings);
-  ws.language = settings.language;
+  const Language language = options.language.value_or(settings.language);
+  ws.language = language;
 
   if (!fs::is_directory(ProgramPath("stattab"))) {
     ws.user.Tell(ws.Text(" The tarvika.exe is not in its natural place!\r\nMove it to the tarvika folder!\r\nThe Tarvika terminates.",
@@ -104,7 +105,7 @@ StartResult Session::StartUp(const StartOptions& options) {
     ws.user.Tell(*error);
     return StartResult::BadSettings;
   }
-  ws.SetLanguage(settings.language);
+  ws.SetLanguage(language);
   ws.SetCurrentFile(project);
   ws.dataChanged = false;
 

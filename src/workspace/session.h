@@ -20,6 +20,7 @@ struct StartOptions {
   std::optional<std::string> fileToOpen;   // the one file of the command line
   bool singleInstance = false;             // the desktop program refuses a second start
   std::optional<char> decimalSeparator;    // instead of the locale's
+  std::optional<Language> language;        // instead of that of "Tarvika.cfg"
 };
 
 enum class StartResult { Ready, TablesMissing, AlreadyRunning, BadSettings };

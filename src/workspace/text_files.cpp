@@ -6,8 +6,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
-#include <sstream>
 
 #include "lang/cp1250.h"
 
@@ -28,24 +26,6 @@ std::string_view ValueOf(std::string_view line) {
   if (eq == std::string_view::npos) return {};
   std::string_view rest = line.substr(eq + 1);
   return rest.substr(0, rest.find(';'));
-}
-
-std::optional<std::vector<std::string>> ReadTextLines(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::stringstream buffer;
-  buffer << in.rdbuf();
-  std::string text = buffer.str();
-  std::vector<std::string> lines;
-  std::size_t start = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\r' && text[i] != '\n') continue;
-    lines.push_back(Cp1250ToUtf8(std::string_view(text).substr(start, i - start)));
-    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
-    start = i + 1;
-  }
-  if (start < text.size()) lines.push_back(Cp1250ToUtf8(std::string_view(text).substr(start)));
-  return lines;
 }
 
 bool WriteTextLines(const std::string& path, const std::vector<std::string>& lines, std::string* error) {

@@ -1,7 +1,8 @@
 #pragma once
-// Small text files of the program: "key=value;" lines, whole files read and written as
-// Windows-1250 on disk and UTF-8 in memory, and writing through a temporary file that is
-// renamed over its target, so a failed save never destroys the old file.
+// Small text files of the program: "key=value;" lines, whole files written as Windows-1250
+// on disk from UTF-8 in memory (lang/input_file.h reads them), and writing through a
+// temporary file that is renamed over its target, so a failed save never destroys the old
+// file.
 
 #include <optional>
 #include <string>
@@ -16,9 +17,6 @@ std::string KeyOf(std::string_view line);
 // All after the first "=" up to the first ";" after it, or to the end of the line.
 std::string_view ValueOf(std::string_view line);
 
-// The lines of a text file as UTF-8, without their ends (CR LF, LF or CR); nullopt when the
-// file can't be opened.
-std::optional<std::vector<std::string>> ReadTextLines(const std::string& path);
 // Writes the lines with CR LF; on failure the reason goes to *error when given.
 bool WriteTextLines(const std::string& path, const std::vector<std::string>& lines, std::string* error = nullptr);
 

@@ -7,7 +7,7 @@
 
 #include "analyses/command_table.h"
 #include "frame/analysis_dialogs.h"
-#include "memory_workspace.h"
+#include "support/memory_workspace.h"
 
 namespace tarvika {
 namespace {

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "frame/report_writer.h"
-#include "memory_workspace.h"
+#include "support/memory_workspace.h"
 
 namespace tarvika {
 namespace {

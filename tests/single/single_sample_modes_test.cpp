@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "../frame/memory_workspace.h"
+#include "support/memory_workspace.h"
 #include "frame/analysis_dialogs.h"
 #include "single/class_table.h"
 #include "analyses/command_table.h"

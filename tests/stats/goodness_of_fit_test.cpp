@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "../numeric/reference_csv.h"
+#include "support/reference_csv.h"
 
 namespace tarvika {
 namespace {

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <vector>
 
-#include "../numeric/reference_csv.h"
+#include "support/reference_csv.h"
 #include "numeric/order_stats.h"
 #include "numeric/tolerance.h"
 #include "stats/moments.h"
