@@ -228,9 +228,9 @@ void ReportWriter::BeginTitledTable(std::string_view title, const std::vector<st
   EndLine();
 }
 
-void ReportWriter::Cell(std::string_view text) {
+void ReportWriter::CellIn(std::string_view openTag, std::string_view text) {
   if (Html()) {
-    Write("<TD>" + EscapeHtml(text) + "</TD>");
+    Write(std::string(openTag) + EscapeHtml(text) + "</TD>");
     EndLine();
   } else {
     Write("\t");
@@ -238,15 +238,9 @@ void ReportWriter::Cell(std::string_view text) {
   }
 }
 
-void ReportWriter::NumberCell(std::string_view text) {
-  if (Html()) {
-    Write("<TD ALIGN=RIGHT>" + EscapeHtml(text) + "</TD>");
-    EndLine();
-  } else {
-    Write("\t");
-    Write(text);
-  }
-}
+void ReportWriter::Cell(std::string_view text) { CellIn("<TD>", text); }
+
+void ReportWriter::NumberCell(std::string_view text) { CellIn("<TD ALIGN=RIGHT>", text); }
 
 void ReportWriter::TextOnlyCell(std::string_view text) {
   if (!Html()) Cell(text);

@@ -110,6 +110,8 @@ class ReportWriter {
 
  private:
   void Flush();
+  // A cell: in html opened by the tag, in text after a tab.
+  void CellIn(std::string_view openTag, std::string_view text);
 
   Workspace& ws_;
   ReportFormat format_;
