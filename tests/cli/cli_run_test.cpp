@@ -92,6 +92,17 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
   }
 }
 
+TEST_F(CliRun, AReportTheDiskRefusesIsStatusOneWithAMessage) {
+  fs::create_directories(folder_ / "output");
+  fs::create_symlink("/dev/full", folder_ / "output" / "zuli_akt.txt");
+  CliResult r = Cli("run " + Survey() + " --command 13 --vars Pulse,Age --lang en");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(r.err.find("The report can't be written: "), std::string::npos) << r.err;
+  EXPECT_EQ(r.err.find("The report can't be written: ", r.err.find("written: ") + 1), std::string::npos)
+      << "told once: " << r.err;
+  EXPECT_TRUE(r.out.empty());
+}
+
 TEST_F(CliRun, LongWorkShowsItsProgressOnStandardError) {
   CliResult r = Cli("--progress --lang en info " + Survey());
   ASSERT_EQ(r.status, 0) << r.err;
