@@ -26,9 +26,10 @@ class Categories {
  public:
   explicit Categories(const Workspace& ws, int variable) : groups_(GetGroupDefinition(ws, variable)) {}
   bool ByGroups() const { return groups_.kind != 0; }
-  // Records a value found; the groups are fixed by the definition.
+  // Records a value found; the groups are fixed by the definition. Past the largest table
+  // one more value is enough to refuse it.
   void Note(double x) {
-    if (!ByGroups()) values_.emplace(x, 0);
+    if (!ByGroups() && values_.size() <= kMaxCategories) values_.emplace(x, 0);
   }
   // True when x belongs to a category.
   bool Holds(double x) const { return !ByGroups() || FindMergedGroup(groups_, x) > 0; }
@@ -75,8 +76,8 @@ class PairReport {
   // Reads the complete pairs of the group into pairs_, noting the categories.
   void Read();
   void WriteCategoryLine(const Categories& c, int v, std::string_view side);
-  // A table of the counts laid out by `cell`, with its margins by `margin` (row margins,
-  // then column margins, then the grand total by index R + C).
+  // A table with a heading row of the column categories: cell(i, j) gives the text of
+  // every cell, i = R being the row of column margins and j = C the column of row margins.
   template <typename CellText>
   void WriteTable(std::string_view title, CellText cell);
   void WriteFrequencyTable();
@@ -107,7 +108,9 @@ void PairReport::Read() {
   DataFeed feed(run_.ws, r_.Missing(), {0, x_, y_});
   std::vector<double> value(3, 0);
   std::vector<std::uint8_t> missing(3, 1);
+  int seen = 0;
   for (int row : run_.GroupRows()) {
+    if (++seen % 10000 == 0) run_.ShowCaseProgress(row);
     feed.ReadRow(row, 2, value, missing);
     if (missing[1] || missing[2] || !rows_.Holds(value[1]) || !columns_.Holds(value[2])) continue;
     rows_.Note(value[1]);

@@ -24,7 +24,9 @@ void WriteJaccardMatrix(AnalysisRun& run, const std::vector<int>& selected) {
   std::vector<std::set<double>> found(k + 1);
   std::vector<double> value(k + 1, 0);
   std::vector<std::uint8_t> missing(k + 1, 1);
+  int seen = 0;
   for (int row : run.GroupRows()) {
+    if (++seen % 10000 == 0) run.ShowCaseProgress(row);
     feed.ReadRow(row, k, value, missing);
     for (int i = 1; i <= k; ++i) {
       if (!missing[i]) found[i].insert(value[i]);
