@@ -64,9 +64,10 @@ const std::string kAllSections =
 INSTANTIATE_TEST_SUITE_P(
     Reports, CrosstabCli,
     ::testing::Values(
-        // A 2 by 2 table with a zero cell, every section; kappa refused for unlike codes.
+        // A 2 by 2 table with a zero cell, every section; kappa refused for unlike codes; a
+        // single column; the Jaccard matrix leaves the variable of one value out.
         CrosstabReport{"crosstab_en_2x2.txt", "crosstab",
-                       "--command 34 --vars A --y B" + kAllSections + " --set jaccardMatrix=Yes --lang en"},
+                       "--command 34 --vars A --y B,Const" + kAllSections + " --set jaccardMatrix=Yes --lang en"},
         CrosstabReport{"crosstab_hu_kappa.txt", "crosstab",
                        "--command 34 --vars Rater1 --y Rater2 --set cohenKappa=Yes --set monotonicityMeasures=Yes "
                        "--set predictionMeasures=Yes --set expectedFrequencies=Yes --set compareColumns=Yes --lang hu"},
