@@ -214,16 +214,16 @@ void ReportWriter::BeginTitledTable(std::string_view title, const std::vector<st
   if (!Html()) {
     Line(title);
     std::string row;
-    for (std::string_view h : headings) row += (row.empty() ? "" : "\t") + std::string(h);
+    for (std::size_t i = 0; i < headings.size(); ++i) row += (i == 0 ? "" : "\t") + std::string(headings[i]);
     Line(row);
     return;
   }
   Write("<TABLE BORDER CELLPADDING=\"2\"><TR>");
   EndLine();
-  Write(fmt::format("<TD COLSPAN={} bgcolor=\"#ffffff\">{}</TD></TR>", headings.size(), title));
+  Write(fmt::format("<TD COLSPAN={} bgcolor=\"#ffffff\">{}</TD></TR>", headings.size(), EscapeHtml(title)));
   EndLine();
   Write("<TR>");
-  for (std::string_view h : headings) Write(fmt::format("<TD bgcolor=\"#aaCCff\">{}</TD>", h));
+  for (std::string_view h : headings) Write(fmt::format("<TD bgcolor=\"#aaCCff\">{}</TD>", EscapeHtml(h)));
   Write("</TR>");
   EndLine();
 }

@@ -60,7 +60,7 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
       {"run " + Survey() + " --command 99 --vars Pulse --lang en", "Unknown command: 99"},
       {"run " + Survey() + " --command 16 --vars Pulse --lang en", "Command 16 (Distribution fitting) is not offered"},
       {"run " + Survey() + " --command 13 --vars Pulse --save a.msw --save-in-place --lang en", "--save-in-place"},
-      {"run " + Survey() + " --command 21 --vars Pulse --group Smoke --lang en", "Sorry, under construction."},
+      {"run " + Survey() + " --command 25 --vars Pulse --group Smoke --lang en", "Sorry, under construction."},
       {"run " + Survey() + " --command 11 --vars Pulse --set trimmingPercent=30 --lang en",
        "trimmingPercent does not apply to command 11"},
       {"run " + Survey() + " --command 12 --vars Pulse --set colour=red --lang en",
