@@ -61,11 +61,12 @@ bool InputFile::Fill() {
 bool InputFile::NextRaw(std::string_view& line) {
   for (;;) {
     const char* base = buf_.data();
+    // memchr may not be given the null data of an empty buffer, even for no bytes.
     if (lf_ == kStale || lf_ < begin_) {
-      const void* p = std::memchr(base + begin_, '\n', end_ - begin_);
+      const void* p = end_ > begin_ ? std::memchr(base + begin_, '\n', end_ - begin_) : nullptr;
       lf_ = p != nullptr ? static_cast<std::size_t>(static_cast<const char*>(p) - base) : end_;
     }
-    const void* cr = std::memchr(base + begin_, '\r', lf_ - begin_);
+    const void* cr = lf_ > begin_ ? std::memchr(base + begin_, '\r', lf_ - begin_) : nullptr;
     std::size_t stop = cr != nullptr ? static_cast<std::size_t>(static_cast<const char*>(cr) - base) : lf_;
     // A CR as the last byte read may be the first half of CR LF: read on before deciding.
     bool crAtEdge = cr != nullptr && stop + 1 == end_ && !eof_;
