@@ -197,6 +197,35 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
 
 namespace {
 
+TEST_F(CliRun, ProjectsThatCannotBeUsedAreRefusedAndAnUnsavedRunSaysSo) {
+  std::ofstream(folder_ / "empty.msw", std::ios::binary)
+      << "<Tarvika_for_windows>=2.0;\r\n<variables>=1;\r\n<cases>=0;\r\n#=1;\r\n<name>=x;\r\n$num=0_0;\r\n"
+         "<datamatrix>=;\r\n";
+  Result r = Cli("info '" + (folder_ / "empty.msw").string() + "'");
+  EXPECT_EQ(r.status, 2);
+  EXPECT_EQ(r.err, "The project has no case; a project has at least one.\n");
+  EXPECT_EQ(r.out, "");
+  r = Cli("info /dev/zero");
+  EXPECT_EQ(r.status, 2);
+  EXPECT_EQ(r.err, "This is an invalid Tarvika file: either the file name or the first line is incorrect.\n");
+
+  // One long name of 100,000 characters is printed once, and pads no other row.
+  std::string project = Read(Survey());
+  project.replace(project.find("<longname>=Sex of the student;"), 30, "<longname>=" + std::string(100000, 'x') + ";");
+  std::ofstream(folder_ / "long.msw", std::ios::binary) << project;
+  r = Cli("info '" + (folder_ / "long.msw").string() + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_LT(r.out.size(), 103000u);
+  EXPECT_NE(r.out.find(std::string(100000, 'x') + "  "), std::string::npos);
+
+  // A run that makes no variable writes no project, and says so.
+  const std::string target = (folder_ / "saved.msw").string();
+  r = Cli("run " + Survey() + " --command 11 --vars Pulse --lang en --save '" + target + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.err, "The run created no variable; the project is not saved: " + target + "\n");
+  EXPECT_FALSE(fs::exists(target));
+}
+
 TEST_F(CliRun, LongWorkShowsItsProgressOnStandardError) {
   Result r = Cli("--progress info " + Survey());
   ASSERT_EQ(r.status, 0) << r.err;
