@@ -115,7 +115,11 @@ int Run(CliContext& context, const RunOptions& o) {
   }
   // New variables of the run are kept by writing the project back.
   const std::string target = o.saveInPlace ? o.project : o.save;
-  if (!target.empty() && ws.NumberOfVariables() > variablesBefore && !SaveProject(ws, target)) {
+  if (!target.empty() && ws.NumberOfVariables() <= variablesBefore) {
+    std::cerr << Pick(language, "The run created no variable; the project is not saved: ",
+                      "A futás nem hozott létre változót; a projekt nem került mentésre: ")
+              << target << '\n';
+  } else if (!target.empty() && !SaveProject(ws, target)) {
     std::cerr << Pick(language, "Can't write ", "Nem írható: ") << target << '\n';
     return 1;
   }

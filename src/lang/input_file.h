@@ -31,6 +31,8 @@ class InputFile {
   InputFile& operator=(const InputFile&) = delete;
 
   bool IsOpen() const { return fd_ >= 0; }
+  // The open descriptor, for questions about the file itself (its kind, size, identity).
+  int fd() const { return fd_; }
   // Why the file could not be opened or read ("No such file or directory"); empty while
   // all is well.
   const std::string& Error() const { return error_; }

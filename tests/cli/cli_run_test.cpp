@@ -73,8 +73,8 @@ TEST_F(CliRun, InputErrorsExitWithStatusTwoAndWriteNothing) {
        "A setting is NAME=VALUE or NAME:VARIABLE=VALUE: nonsense"},
       {"run " + (folder_ / "none.msw").string() + " --command 11 --vars Pulse --lang en",
        "The file cannot be opened: " + (folder_ / "none.msw").string() + "\nNo such file or directory"},
-      // A file that opens but can't be read.
-      {"info /proc/self/mem --lang en", "The file cannot be read: /proc/self/mem\nInput/output error"},
+      // A file that opens but is no regular file is not read in search of a project.
+      {"info /proc/self/mem --lang en", "This is an invalid Tarvika file"},
       {"run " + (folder_ / "bad.msw").string() + " --command 11 --vars Pulse --lang en",
        "This is an invalid Tarvika file"},
       {"run " + (folder_ / "twice.msw").string() + " --command 11 --vars Pulse --lang en",
@@ -101,6 +101,35 @@ TEST_F(CliRun, AReportTheDiskRefusesIsStatusOneWithAMessage) {
   EXPECT_EQ(r.err.find("The report can't be written: ", r.err.find("written: ") + 1), std::string::npos)
       << "told once: " << r.err;
   EXPECT_TRUE(r.out.empty());
+}
+
+TEST_F(CliRun, ProjectsThatCannotBeUsedAreRefusedAndAnUnsavedRunSaysSo) {
+  std::ofstream(folder_ / "empty.msw", std::ios::binary)
+      << "<Tarvika_for_windows>=2.0;\r\n<variables>=1;\r\n<cases>=0;\r\n#=1;\r\n<name>=x;\r\n$num=0_0;\r\n"
+         "<datamatrix>=;\r\n";
+  CliResult r = Cli("info '" + (folder_ / "empty.msw").string() + "' --lang en");
+  EXPECT_EQ(r.status, 2);
+  EXPECT_EQ(r.err, "The project has no case; a project has at least one.\n");
+  EXPECT_EQ(r.out, "");
+  r = Cli("info /dev/zero --lang en");
+  EXPECT_EQ(r.status, 2);
+  EXPECT_EQ(r.err, "This is an invalid Tarvika file: either the file name or the first line is incorrect.\n");
+
+  // One long name of 100,000 characters is printed once, and pads no other row.
+  std::string project = ReadFile(Survey());
+  project.replace(project.find("<longname>=Sex of the student;"), 30, "<longname>=" + std::string(100000, 'x') + ";");
+  std::ofstream(folder_ / "long.msw", std::ios::binary) << project;
+  r = Cli("info '" + (folder_ / "long.msw").string() + "' --lang en");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_LT(r.out.size(), 103000u);
+  EXPECT_NE(r.out.find(std::string(100000, 'x') + "  "), std::string::npos);
+
+  // A run that makes no variable writes no project, and says so.
+  const std::string target = (folder_ / "saved.msw").string();
+  r = Cli("run " + Survey() + " --command 11 --vars Pulse --lang en --save '" + target + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.err, "The run created no variable; the project is not saved: " + target + "\n");
+  EXPECT_FALSE(fs::exists(target));
 }
 
 TEST_F(CliRun, LongWorkShowsItsProgressOnStandardError) {
