@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-
 namespace tarvika {
 
 void MomentAccumulator::Add(double x) {

@@ -28,8 +28,9 @@ struct GayenTerms {
 // the studentized mean. The odd term in g1 cancels between the tails.
 // The coefficients grow as n^2 while the terms are of order 1/n, so the sums are taken over
 // the differences D_k = I_k - I_(k+1), which have the closed form
-// Gamma(a+k+1/2)/(Gamma(a+k+1) Gamma(1/2)) x^(a+k) sqrt(1 - x), a = (n-1)/2: summing the
-// incomplete betas themselves would lose to cancellation what they are worth.
+// Gamma(a+k+1/2)/(Gamma(a+k+1) Gamma(1/2)) x^(a+k) sqrt(1 - x), a = (n-1)/2: the incomplete
+// betas themselves are good to 3e-7, which coefficients near n^2/36 would turn into an
+// error of 1e-3 at n = 500.
 GayenTerms Gayen(double n, double t) {
   const double a = (n - 1) / 2, x = 1 / (1 + t * t / (n - 1));
   GayenTerms g;
