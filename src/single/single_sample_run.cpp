@@ -120,10 +120,13 @@ void WriteBasicTable(SingleSampleContext& c) {
     if (s.count == 0) {
       for (int k = 0; k < 7; ++k) c.report.Cell("...");
     } else {
+      // One value has no SD: its SD, Rel.SD and z cells print as the empty cell "......",
+      // which is what a zero denominator gives.
+      const bool one = s.count == 1;
       const double sd = StandardDeviation(s);
       c.report.WriteRatio(8, 8, 1, s.mean, 1);
-      c.report.WriteRatio(8, 9, 1, sd, 1);
-      c.report.WriteRatio(8, -1, s.minimum, sd, s.mean);
+      c.report.WriteRatio(8, 9, 1, sd, one ? 0 : 1);
+      c.report.WriteRatio(8, -1, s.minimum, sd, one ? 0 : s.mean);
       c.report.WriteRatio(8, 0, 1, s.minimum, 1);
       c.report.WriteRatio(8, 0, 1, s.maximum, 1);
       c.report.WriteRatio(7, 2, 1, s.minimum - s.mean, sd);
