@@ -48,7 +48,9 @@ std::string Describe(const ParameterDefinition& param) {
 void RegisterCommandsCommand(CLI::App& app, CliContext& context) {
   auto* cmd = app.add_subcommand("commands", "List the analysis commands with their dialogs and parameters");
   cmd->callback([&context] {
-    Language lang = context.language;
+    auto session = StartSession(context);
+    if (!session) return;
+    const Language lang = session->ws.language;
     for (const CommandInfo& c : AllCommands().Rows()) {
       std::cout << fmt::format("{}  {}  {}{}\n", c.code, Dialog(c.dialog).formName, c.Entry(lang),
                                !c.offered  ? Pick(lang, "  (not offered)", "  (nem érhető el)")

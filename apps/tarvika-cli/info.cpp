@@ -31,6 +31,10 @@ constexpr Column kColumns[] = {
     {kMissing, "Missing", "Hiányzó"},
 };
 
+// Columns are as wide as their widest cell up to this; a longer cell runs over into the next
+// column, so one huge cell doesn't pad every other row to its width.
+constexpr std::size_t kMaxColumnWidth = 40;
+
 void PrintInfo(const Workspace& ws) {
   const VariableTable& vars = ws.vars;
   auto cell = [&](const Column& col, int r) {
@@ -38,14 +42,16 @@ void PrintInfo(const Workspace& ws) {
   };
   std::size_t width[std::size(kColumns)] = {};
   for (std::size_t k = 0; k < std::size(kColumns); ++k) {
-    for (int r = 0; r < vars.RowCount(); ++r) width[k] = std::max(width[k], Utf8Length(cell(kColumns[k], r)));
+    for (int r = 0; r < vars.RowCount(); ++r) {
+      width[k] = std::max(width[k], std::min(Utf8Length(cell(kColumns[k], r)), kMaxColumnWidth));
+    }
   }
   std::string out = fmt::format("{}{}\n{}{}\n\n", ws.Text("Variables: ", "Változók: "),
                                 ws.NumberOfVariables(), ws.Text("Cases: ", "Esetek: "), ws.NumberOfCases());
   for (int r = 0; r < vars.RowCount(); ++r) {
     std::string line = PadRight(r == 0 ? "#" : std::to_string(r), 5);
     for (std::size_t k = 0; k < std::size(kColumns); ++k)
-      line += PadRight(cell(kColumns[k], r), width[k] + 2);
+      line += PadRight(cell(kColumns[k], r), width[k]) + "  ";
     while (!line.empty() && line.back() == ' ') line.pop_back();
     out += line + '\n';
   }
@@ -59,7 +65,9 @@ void RegisterInfo(CLI::App& app, CliContext& context) {
   auto path = std::make_shared<std::string>();
   cmd->add_option("project", *path, "The project file (.msw)")->required();
   cmd->callback([&context, path] {
-    Workspace ws = MakeWorkspace(context);
+    auto session = StartSession(context);
+    if (!session) return;
+    Workspace& ws = session->ws;
     if (LoadProject(ws, *path) != LoadResult::Loaded) {
       context.exitCode = kInputError;
       return;

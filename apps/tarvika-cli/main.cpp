@@ -2,22 +2,21 @@
 
 #include <CLI/CLI.hpp>
 
-#include <map>
-
 #include "cli_context.h"
 
 int main(int argc, char** argv) {
   tarvika::cli::CliContext context;
   CLI::App app{"Tarvika 2.0, headless: statistics for the social and behavioural sciences"};
   app.require_subcommand(1);
+  // These options may stand before or after the command, with the same effect.
+  app.fallthrough();
   app.add_option("--program-dir", context.programDir, "The program folder (default: the executable's folder)");
   app.add_flag("--progress", context.progress, "Progress lines on standard error even when it is no terminal");
-  app.add_option("--lang", context.language, "Session language: en or hu (default en)")
-      ->transform(CLI::CheckedTransformer(std::map<std::string, tarvika::Language>{
-          {"en", tarvika::Language::English}, {"hu", tarvika::Language::Hungarian}}));
+  app.add_option("--lang", context.lang, "Session language: en or hu (default: that of Tarvika.cfg)")
+      ->check(CLI::IsMember({"en", "hu"}));
 
   // Commands register here, one file each: void RegisterX(CLI::App&, CliContext&), whose
-  // callback does the work and sets context.exitCode.
+  // callback starts the session (StartSession), does the work and sets context.exitCode.
   tarvika::cli::RegisterMenuCommand(app, context);
   tarvika::cli::RegisterCommandsCommand(app, context);
   tarvika::cli::RegisterInfo(app, context);

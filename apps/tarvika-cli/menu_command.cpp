@@ -15,10 +15,10 @@ namespace tarvika::cli {
 
 void RegisterMenuCommand(CLI::App& app, CliContext& context) {
   auto* cmd = app.add_subcommand("menu", "Print the main menu tree with the command of each entry");
-  auto lang = std::make_shared<std::string>("en");
-  cmd->add_option("--lang", *lang, "Language of the captions")->check(CLI::IsMember({"en", "hu"}));
-  cmd->callback([&context, lang] {
-    Language language = *lang == "hu" ? Language::Hungarian : Language::English;
+  cmd->callback([&context] {
+    auto session = StartSession(context);
+    if (!session) return;
+    const Language language = session->ws.language;
     auto texts = LanguageTexts::Load(context.ProgramFolder(), language);
     if (!texts) {
       std::cerr << "The language files are missing from " << context.ProgramFolder() << "/language\n";

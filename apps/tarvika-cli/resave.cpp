@@ -17,13 +17,15 @@ void RegisterResave(CLI::App& app, CliContext& context) {
   cmd->add_option("input", *in, "The project file to read")->required();
   cmd->add_option("output", *out, "The project file to write")->required();
   cmd->callback([&context, in, out] {
-    Workspace ws = MakeWorkspace(context);
+    auto session = StartSession(context);
+    if (!session) return;
+    Workspace& ws = session->ws;
     if (LoadProject(ws, *in) != LoadResult::Loaded) {
       context.exitCode = kInputError;
       return;
     }
     ValidateDeclarations(ws);
-    if (!SaveProject(ws, *out)) context.exitCode = 1;
+    if (!SaveProject(ws, *out)) context.exitCode = kProgramError;
   });
 }
 

@@ -17,8 +17,6 @@
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
 #include "workspace/project_file.h"
-#include "numeric/stat_tables.h"
-#include "workspace/settings.h"
 #include "workspace/workspace.h"
 
 namespace tarvika::cli {
@@ -34,7 +32,6 @@ struct RunOptions {
   std::vector<std::string> exclude;
   std::vector<std::string> set;
   std::string cond;
-  std::string lang;
   std::string format = "text";
   std::string out;
   std::string save;
@@ -48,12 +45,11 @@ int InputError(std::string_view message) {
 
 int Run(CliContext& context, const RunOptions& o) {
   const std::string programFolder = context.ProgramFolder();
-  Language language = o.lang == "en" ? Language::English : Language::Hungarian;
-  if (o.lang.empty()) {
-    ProgramSettings settings;
-    ReadConfig(programFolder, settings);
-    language = settings.language;
-  }
+  // The program folder first: a run without its tables stops before it reads anything.
+  auto session = StartSession(context, Needs::Tables);
+  if (!session) return kProgramError;
+  Workspace& ws = session->ws;
+  const Language language = ws.language;
   const CommandInfo* command = AllCommands().Find(o.command);
   if (command == nullptr) {
     return InputError(std::string(Pick(language, "Unknown command: ", "Ismeretlen parancs: ")) + std::to_string(o.command));
@@ -93,7 +89,6 @@ int Run(CliContext& context, const RunOptions& o) {
     if (!ok) return InputError(error);
   }
 
-  Workspace ws = MakeWorkspace(context, language);
   std::size_t toldBefore = context.user.told.size();
   LoadResult loaded = LoadProject(ws, o.project);
   if (loaded != LoadResult::Loaded) {
@@ -120,7 +115,11 @@ int Run(CliContext& context, const RunOptions& o) {
   }
   // New variables of the run are kept by writing the project back.
   const std::string target = o.saveInPlace ? o.project : o.save;
-  if (!target.empty() && ws.NumberOfVariables() > variablesBefore && !SaveProject(ws, target)) {
+  if (!target.empty() && ws.NumberOfVariables() <= variablesBefore) {
+    std::cerr << Pick(language, "The run created no variable; the project is not saved: ",
+                      "A futás nem hozott létre változót; a projekt nem került mentésre: ")
+              << target << '\n';
+  } else if (!target.empty() && !SaveProject(ws, target)) {
     std::cerr << Pick(language, "Can't write ", "Nem írható: ") << target << '\n';
     return 1;
   }
@@ -156,8 +155,6 @@ void RegisterRunCommand(CLI::App& app, CliContext& context) {
   cmd->add_option("--exclude", o->exclude, "Variables excluded from the relationship dialog's roles")->delimiter(',');
   cmd->add_option("--set", o->set, "A dialog parameter NAME=VALUE, or NAME:VARIABLE=VALUE per variable (see 'commands')");
   cmd->add_option("--cond", o->cond, "The conditional grouping variable");
-  cmd->add_option("--lang", o->lang, "Language of the report (default: that of Tarvika.cfg)")
-      ->check(CLI::IsMember({"en", "hu"}));
   cmd->add_option("--format", o->format, "Report format")->check(CLI::IsMember({"text", "html"}));
   cmd->add_option("--out", o->out, "Copy the report file here instead of printing it");
   cmd->add_option("--save", o->save, "Write the project with the variables the run created to this file (.msw)");

@@ -28,14 +28,6 @@ struct DefaultVariableOptions {
   bool change = false;
 };
 
-// A session started in the program folder, as the desktop program starts it.
-bool Start(CliContext& context, Session& session) {
-  ShowProgressOnStderr(context, session.ws);
-  StartOptions options;
-  options.programFolder = context.ProgramFolder();
-  return session.StartUp(options) == StartResult::Ready;
-}
-
 }  // namespace
 
 void RegisterSettingsCommands(CLI::App& app, CliContext& context) {
@@ -45,13 +37,15 @@ void RegisterSettingsCommands(CLI::App& app, CliContext& context) {
       ->check(CLI::IsMember({"en", "hu"}));
   settings->add_option("--font-size", s->fontSize, "The font size of the grids (writes r_path.cfg)");
   settings->callback([&context, s] {
-    Session session(context.user);
-    if (!Start(context, session)) {
-      context.exitCode = 1;
-      return;
-    }
+    auto started = StartSession(context);
+    if (!started) return;
+    Session& session = *started;
+    // The change is made from the stored language, whatever --lang the session runs in.
     Language wanted = s->language == "en" ? Language::English : Language::Hungarian;
-    if (!s->language.empty() && wanted != session.ws.language) session.ChangeLanguage();
+    if (!s->language.empty() && wanted != session.settings.language) {
+      session.ws.SetLanguage(session.settings.language);
+      session.ChangeLanguage();
+    }
     if (!s->fontSize.empty()) {
       context.user.QueueText(s->fontSize);
       if (!session.ChangeFontSize()) {
@@ -75,13 +69,9 @@ void RegisterSettingsCommands(CLI::App& app, CliContext& context) {
   def->add_option("--group-type", d->groupType, "none, codes or intervals (or their Hungarian words)");
   def->add_option("--labels", d->labels, "Group labels, e.g. \"1=no;/2=yes;/\"");
   def->callback([&context, d, def] {
-    Session session(context.user);
-    session.ws.language = context.language;
-    if (!Start(context, session)) {
-      context.exitCode = 1;
-      return;
-    }
-    Workspace& ws = session.ws;
+    auto session = StartSession(context);
+    if (!session) return;
+    Workspace& ws = session->ws;
     bool change = def->count("--type") + def->count("--min") + def->count("--max") + def->count("--length") +
                       def->count("--group-type") + def->count("--labels") >
                   0;

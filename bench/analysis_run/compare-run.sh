@@ -19,6 +19,7 @@ ensure_r_data_table
 synthetic_project
 program=$(mktemp -d)
 trap 'rm -rf "$program"' EXIT
+cp -r "$build/tarvika/stattab" "$program/"  # no command starts without the tables
 vars=item2,item3,item4,item5,item6,score7,score8,score9,score10,score11,score12,score13
 vars=$vars,meas14,meas15,meas16,meas17,meas18,meas19,meas20,meas21
 

@@ -14,6 +14,7 @@ synthetic_project
 size=$(stat -c %s "$msw")
 program=$(mktemp -d)
 trap 'rm -rf "$program"' EXIT
+cp -r "$build/tarvika/stattab" "$program/"  # no command starts without the tables
 
 best=""
 peak=0

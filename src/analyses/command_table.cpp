@@ -1,6 +1,8 @@
 #include "analyses/command_table.h"
 
 #include "frame/parameter_names.h"
+#include "groups/one_way_independent.h"
+#include "relations/crosstab.h"
 #include "single/single_sample_run.h"
 #include "workspace/main_menu.h"
 
@@ -59,10 +61,13 @@ std::vector<CommandInfo> Rows() {
       {.code = kOneWayIndependent, .dialog = D::Groups,
        .english = "One-way comparison of independent samples",
        .hungarian = "Független minták egyszempontos összehasonlítása",
+       .titleEnglish = "One-way comparison of independent samples",
+       .titleHungarian = "Független minták (csoportok) egyszempontos összehasonlítása",
        .selection = {.minimumGrouping = 1},
        .scratch = {.attribute = p::kScaleType.name},
        .parameters = {p::kScaleType.name, p::kCommonScale.name, p::kTrimmingPercent.name, p::kCompareDistributions.name,
-                      p::kMaxCutpoints.name, p::kSignificantOnly.name, p::kSignificanceLevel.name}},
+                      p::kMaxCutpoints.name, p::kSignificantOnly.name, p::kSignificanceLevel.name},
+       .analyse = OneWayIndependent},
       {.code = kOneWayRepeated, .dialog = D::Groups,
        .english = "One-way comparison of repeated measures",
        .hungarian = "Összetartozó minták (változók) egyszempontos összehasonlítása",
@@ -105,9 +110,12 @@ std::vector<CommandInfo> Rows() {
       {.code = kCrosstab, .dialog = D::Relations,
        .english = "Relationship of discrete variables - Crosstab",
        .hungarian = "Diszkrét változók kapcsolata - kereszttábla",
+       .titleEnglish = "Relationship of discrete variables - Crosstab",
+       .titleHungarian = "Diszkrét változók kapcsolata - kereszttábla",
        .parameters = {p::kExpectedFrequencies.name, p::kRowPercents.name, p::kColumnPercents.name,
                       p::kTotalPercents.name, p::kMonotonicityMeasures.name, p::kPredictionMeasures.name,
-                      p::kCompareColumns.name, p::kCohenKappa.name, p::kJaccardMatrix.name}},
+                      p::kCompareColumns.name, p::kCohenKappa.name, p::kJaccardMatrix.name},
+       .analyse = Crosstab},
       {.code = kItemAnalysis, .dialog = D::Relations,
        .english = "Item analysis", .hungarian = "Itemanalízis",
        .outputNames = {{p::kScaleName.name, "", "Scale"}},

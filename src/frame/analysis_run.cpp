@@ -40,6 +40,8 @@ bool AnalysisRun::English() const { return ws.language == Language::English; }
 
 void AnalysisRun::ShowProgress(std::string_view text) const { ws.ShowProgress(text, Dialog(command.dialog).windowName); }
 
+void AnalysisRun::ShowCaseProgress(int row) const { ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row)); }
+
 void AnalysisRun::FindGroupRows() {
   rows_.clear();
   const int cases = ws.NumberOfCases();
@@ -49,7 +51,7 @@ void AnalysisRun::FindGroupRows() {
     return;
   }
   for (int row = 1; row <= cases; ++row) {
-    if (row % kProgressStep == 0) ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row));
+    if (row % kProgressStep == 0) ShowCaseProgress(row);
     // The conditional cell is read as the rows are (the last position of the feed): foreign
     // text there is missing here, though the group sizes (read cell by cell) count it as
     // the code 0.

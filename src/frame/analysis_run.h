@@ -51,6 +51,8 @@ class AnalysisRun {
   bool English() const;
   // A message on the status line of the command's dialog.
   void ShowProgress(std::string_view text) const;
+  // "Case: " row on the status line.
+  void ShowCaseProgress(int row) const;
 
   // Reads the variables of the index; made once the report has parsed the missing codes.
   const DataFeed& Feed() const { return *feed_; }
@@ -65,6 +67,11 @@ class AnalysisRun {
   // The group being written, and the rows of its cases in order.
   int Group() const { return group_; }
   const std::vector<int>& GroupRows() const { return rows_; }
+
+  // Calls f(row, x) for every valid value of the variable in the current group, in case
+  // order, read as ReadRow reads it (empty, foreign text and missing codes are left out).
+  template <typename F>
+  void ForEachValue(int variable, F f) const;
 
   // Calls writeGroup once for each group that has cases, in order, with Group() and
   // GroupRows() set.
@@ -81,6 +88,19 @@ class AnalysisRun {
   int group_ = 0;
   std::vector<int> rows_;
 };
+
+template <typename F>
+void AnalysisRun::ForEachValue(int variable, F f) const {
+  DataFeed one(ws, report.Missing(), {0, variable});
+  std::vector<double> value(2, 0);
+  std::vector<std::uint8_t> missing(2, 1);
+  int seen = 0;
+  for (int row : rows_) {
+    if (++seen % 10000 == 0) ShowCaseProgress(row);
+    one.ReadRow(row, 1, value, missing);
+    if (!missing[1]) f(row, value[1]);
+  }
+}
 
 // One run of a built command on a prepared request.
 RunOutcome RunCommand(Workspace& ws, const AnalysisRequest& request, const CommandInfo& command, ReportFormat format);

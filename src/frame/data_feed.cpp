@@ -164,28 +164,14 @@ std::vector<int> CountConditionalGroups(ReportWriter& report, const DataFeed& fe
   std::string_view heading = ws.Text("Frequencies of conditional groups", "Feltételes csoportok gyakoriságai");
   std::string_view groupName = ws.Text("Group name   ", "Csoportnév   ");
   std::string_view frequency = ws.Text("Frequency", "Gyakoriság");
-  if (report.Html()) {
-    report.Write("<TABLE BORDER CELLPADDING=\"2\"><TR>");
-    report.EndLine();
-    report.Write(fmt::format("<TD COLSPAN=3 bgcolor=\"#ffffff\">{}</TD></TR>", heading));
-    report.EndLine();
-    report.Write("<TR>");
-    for (std::string_view head : {std::string_view("Index"), groupName, frequency}) {
-      report.Write(fmt::format("<TD bgcolor=\"#aaCCff\">{}</TD>", head));
-    }
-    report.Write("</TR>");
-    report.EndLine();
-  } else {
-    report.Line(heading);
-    report.Line(fmt::format("Index\t{}\t{}", groupName, frequency));
-  }
+  report.BeginTitledTable(heading, {"Index", groupName, frequency});
   for (int g = 1; g <= d.distinct; ++g) {
     std::string shown = d.distinctNames[g];
     int length = static_cast<int>(Utf8Length(shown));
     if (length > 5) shown = LowerTail(shown);
     // The index is right-aligned so that name and frequency line up in a plain view.
     int width = length < 5 ? 22 - length : length <= 6 ? 16 - length : 14 - length;
-    report.FirstCell(report.Html() ? std::to_string(g) : fmt::format("{:>{}}", g, std::max(width, 1)));
+    report.FirstCellRightAligned(std::to_string(g), std::max(width, 1));
     report.Cell(shown);
     report.Cell(std::to_string(sizes[g]));
     report.EndRow();

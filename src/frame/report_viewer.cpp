@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "frame/report_writer.h"
+#include "lang/input_file.h"
 #include "lang/utf8.h"
 #include "workspace/text_files.h"
 #include "workspace/workspace.h"
@@ -126,7 +127,7 @@ ReportViewer::ReportViewer(Workspace& ws) : ws_(ws) {
 }
 
 bool ReportViewer::LoadPage(Page page, const std::string& path, bool tellMissing) {
-  auto lines = ReadTextLines(path);
+  auto lines = ReadLines(path, FileEncoding::Windows1250);
   if (!lines) {
     if (tellMissing) {
       ws_.user.Tell(std::string(ws_.Text("Output file missing: ", "Kimeneti fájl hiányzik: ")) + path);

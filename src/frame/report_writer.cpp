@@ -206,9 +206,31 @@ void ReportWriter::FirstCell(std::string_view text) {
   }
 }
 
-void ReportWriter::Cell(std::string_view text) {
+void ReportWriter::FirstCellRightAligned(std::string_view text, int width) {
+  FirstCell(Html() ? std::string(text) : fmt::format("{:>{}}", text, width));
+}
+
+void ReportWriter::BeginTitledTable(std::string_view title, const std::vector<std::string_view>& headings) {
+  if (!Html()) {
+    Line(title);
+    std::string row;
+    for (std::size_t i = 0; i < headings.size(); ++i) row += (i == 0 ? "" : "\t") + std::string(headings[i]);
+    Line(row);
+    return;
+  }
+  Write("<TABLE BORDER CELLPADDING=\"2\"><TR>");
+  EndLine();
+  Write(fmt::format("<TD COLSPAN={} bgcolor=\"#ffffff\">{}</TD></TR>", headings.size(), EscapeHtml(title)));
+  EndLine();
+  Write("<TR>");
+  for (std::string_view h : headings) Write(fmt::format("<TD bgcolor=\"#aaCCff\">{}</TD>", EscapeHtml(h)));
+  Write("</TR>");
+  EndLine();
+}
+
+void ReportWriter::CellIn(std::string_view openTag, std::string_view text) {
   if (Html()) {
-    Write("<TD>" + EscapeHtml(text) + "</TD>");
+    Write(std::string(openTag) + EscapeHtml(text) + "</TD>");
     EndLine();
   } else {
     Write("\t");
@@ -216,15 +238,9 @@ void ReportWriter::Cell(std::string_view text) {
   }
 }
 
-void ReportWriter::NumberCell(std::string_view text) {
-  if (Html()) {
-    Write("<TD ALIGN=RIGHT>" + EscapeHtml(text) + "</TD>");
-    EndLine();
-  } else {
-    Write("\t");
-    Write(text);
-  }
-}
+void ReportWriter::Cell(std::string_view text) { CellIn("<TD>", text); }
+
+void ReportWriter::NumberCell(std::string_view text) { CellIn("<TD ALIGN=RIGHT>", text); }
 
 void ReportWriter::TextOnlyCell(std::string_view text) {
   if (!Html()) Cell(text);

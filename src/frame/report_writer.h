@@ -82,6 +82,12 @@ class ReportWriter {
   void BeginTable(std::string_view attributes = "BORDER");
   void EndTable();
   void FirstCell(std::string_view text);
+  // The first cell right-aligned in `width` places in the text form (html cells align by
+  // themselves).
+  void FirstCellRightAligned(std::string_view text, int width);
+  // A table that opens with a title row and a row of column headings; in the text form the
+  // title and the tab-separated headings are two lines. EndTable closes it.
+  void BeginTitledTable(std::string_view title, const std::vector<std::string_view>& headings);
   void Cell(std::string_view text);
   // A cell that holds a number: in html right-aligned.
   void NumberCell(std::string_view text);
@@ -104,6 +110,8 @@ class ReportWriter {
 
  private:
   void Flush();
+  // A cell: in html opened by the tag, in text after a tab.
+  void CellIn(std::string_view openTag, std::string_view text);
 
   Workspace& ws_;
   ReportFormat format_;

@@ -2,13 +2,14 @@
 
 #include <charconv>
 
+#include "lang/input_file.h"
 #include "lang/language_files.h"
 
 namespace tarvika {
 
 std::map<int, std::string> LoadCommandHints(const std::string& programFolder, Language lang) {
   std::map<int, std::string> hints;
-  auto lines = ReadUtf8Lines(LanguageBase(programFolder, lang) + "/help/alaps.inf");
+  auto lines = ReadLines(LanguageBase(programFolder, lang) + "/help/alaps.inf", FileEncoding::Utf8);
   if (!lines) return hints;
   for (const std::string& line : *lines) {
     std::size_t eq = line.find('=');

@@ -1,20 +1,10 @@
 #include "lang/language_files.h"
 
 #include <filesystem>
-#include <fstream>
+
+#include "lang/input_file.h"
 
 namespace tarvika {
-std::optional<std::vector<std::string>> ReadUtf8Lines(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::vector<std::string> lines;
-  std::string line;
-  while (std::getline(in, line)) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    lines.push_back(std::move(line));
-  }
-  return lines;
-}
 
 std::string_view LanguageFileStem(Language lang) { return Pick(lang, "angol", "magyar"); }
 
@@ -24,9 +14,9 @@ std::string LanguageBase(const std::string& programFolder, Language lang) {
 
 std::optional<LanguageTexts> LanguageTexts::Load(const std::string& programFolder, Language lang) {
   const std::string base = LanguageBase(programFolder, lang);
-  auto captions = ReadUtf8Lines(base + ".cap");
+  auto captions = ReadLines(base + ".cap", FileEncoding::Utf8);
   if (!captions) return std::nullopt;
-  auto hints = ReadUtf8Lines(base + ".hnt");
+  auto hints = ReadLines(base + ".hnt", FileEncoding::Utf8);
   return FromLines(std::move(*captions), hints ? *hints : std::vector<std::string>{});
 }
 

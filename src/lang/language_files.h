@@ -46,7 +46,4 @@ std::string_view LanguageFileStem(Language lang);  // "angol" or "magyar"
 // "<programFolder>/language/angol" or ".../magyar": the base of the language's files.
 std::string LanguageBase(const std::string& programFolder, Language lang);
 
-// The lines of a UTF-8 text file without their line ends; nullopt when it can't be read.
-std::optional<std::vector<std::string>> ReadUtf8Lines(const std::string& path);
-
 }  // namespace tarvika

@@ -183,17 +183,19 @@ TrimmedStatistics ValueTable::TrimmedStats(int n, double p) {
     out.winsorizedSD = 0;
     return out;
   }
-  double s1 = 0, s2 = 0;
-  for (int e = lowIndex + 1; e < t; ++e) {
-    s1 += freq_[e] * values_[e];
-    s2 += freq_[e] * values_[e] * values_[e];
-  }
+  double s1 = 0;
+  for (int e = lowIndex + 1; e < t; ++e) s1 += freq_[e] * values_[e];
   s1 += (cLow - g) * low + (cHigh - g) * high;
   out.trimmedMean = s1 / h;
-  s1 += (low + high) * g;
-  s2 += low * low * cLow + high * high * cHigh;
-  double w = (s2 - s1 * s1 / n) / (n - 1);
-  out.winsorizedSD = w > kZeroTolerance ? std::sqrt(w) : w;
+  // The winsorized sample: cLow cases at low, cHigh at high, the entries between as they
+  // are. Its variance is summed about its mean rather than as S2 - S1^2/n, which loses
+  // the digits of data in small units far from zero; as low and high differ it is
+  // positive, however small.
+  const double winsorizedMean = (s1 + (low + high) * g) / n;
+  auto square = [winsorizedMean](double v) { return (v - winsorizedMean) * (v - winsorizedMean); };
+  double ss = cLow * square(low) + cHigh * square(high);
+  for (int e = lowIndex + 1; e < t; ++e) ss += freq_[e] * square(values_[e]);
+  out.winsorizedSD = std::sqrt(ss / (n - 1));
   return out;
 }
 

@@ -159,4 +159,13 @@ FMatrix LoadFMatrix(const std::filesystem::path& folder) {
   return matrix;
 }
 
+double CriticalFAt(const FTable& table, int denominatorDF, int confidencePercent) {
+  FTabResult f = FTabLookup(table, 1, denominatorDF, 0);
+  switch (confidencePercent) {
+    case 90: return f.CriticalF90;
+    case 99: return f.CriticalF99;
+    default: return f.CriticalF95;
+  }
+}
+
 }  // namespace tarvika

@@ -22,6 +22,8 @@ inline constexpr std::string_view kCriticalTableFile = "CTABW.MST";     // 6-byt
 inline constexpr std::string_view kWilcoxonTableFile = "WILC.MST";      // 3-byte records
 inline constexpr std::string_view kSignTableFile = "SIGN.MST";          // 3-byte records
 inline constexpr std::string_view kStudentizedRangeFile = "tstab.txt";  // text
+inline constexpr std::array<std::string_view, 6> kTableFiles = {
+    kFTableFile, kFMatrixFile, kCriticalTableFile, kWilcoxonTableFile, kSignTableFile, kStudentizedRangeFile};
 
 // Denominator df of the rows of "FTAB.TXT" and of "ftab.mst" (255 stands for 255 and more).
 inline constexpr std::array<int, 30> kFTableRowDf = {3,  4,  5,  6,  7,  8,  9,  10, 11,  12,
@@ -94,6 +96,9 @@ struct FTabResult {
   std::string marker = " ";
 };
 FTabResult FTabLookup(const FTable& table, int numeratorDF, int denominatorDF, double f);
+// The critical F for numerator df 1 and the denominator df at a confidence of 90, 95 or
+// 99 percent (anything else reads as 95): the square of a two-sided t quantile.
+double CriticalFAt(const FTable& table, int denominatorDF, int confidencePercent);
 
 // "WILC.MST" and "SIGN.MST": per n, the two-sided critical values at 0.10, 0.05, 0.01 (the
 // largest smaller rank sum, or smaller count, still significant), 0 where none exists.

@@ -28,9 +28,11 @@ void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
     r.Cell(fmt::format("{:>5}", s.count));
     r.WriteRatio(8, 0, 1, median, 1);
     r.WriteRatio(8, 8, 1, s.mean, 1);
-    r.WriteRatio(8, 9, 1, se, 1);
-    r.WriteRatio(8, 8, 1, s.mean - half, 1);
-    r.WriteRatio(8, 8, 1, s.mean + half, 1);
+    // One value has no standard error: the zero denominator prints the empty cell "......".
+    const double unit = s.count == 1 ? 0 : 1;
+    r.WriteRatio(8, 9, 1, se, unit);
+    r.WriteRatio(8, 8, 1, s.mean - half, unit);
+    r.WriteRatio(8, 8, 1, s.mean + half, unit);
     const ShapeTest shape = NormalityByShape(s);
     r.Cell(ShapeCell(shape.skewness, shape.skewnessP.marker));
     r.Cell(ShapeCell(shape.kurtosis, shape.kurtosisP.marker));
@@ -70,7 +72,7 @@ void WriteDetailedTable(SingleSampleContext& c) {
   for (int i = 1; i <= c.index.analysed; ++i) {
     const VariableStats& s = c.stats[i];
     double median = s.mean;
-    if (Variance(s) > kZeroTolerance) {
+    if (!ZeroVariance(s)) {
       FillValueTable(c, i);
       median = c.values.OrderStats(s.count, s.minimum, s.maximum).median;
     }

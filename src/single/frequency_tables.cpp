@@ -39,33 +39,35 @@ int ValueDecimals(const ClassTable& t) {
   return d > 4 ? Decimals(largest) : d;
 }
 
-// An svg histogram: one bar per entry, the values under the bars.
-void WriteSvgHistogram(ReportWriter& r, const std::vector<std::string>& labels, const std::vector<int>& freq) {
+// An svg histogram: one bar per entry, the values under the bars; lines end as the
+// report's do.
+std::string SvgHistogram(const std::vector<std::string>& labels, const std::vector<int>& freq) {
+  std::string svg;
   const int bars = static_cast<int>(freq.size());
   const int largest = std::max(1, *std::max_element(freq.begin(), freq.end()));
   const int barWidth = std::clamp(600 / std::max(bars, 1), 4, 40), height = 200, top = 20, base = top + height;
   const int width = 50 + bars * barWidth + 10;
-  r.Write(fmt::format("<P><svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{}\" height=\"{}\" font-size=\"10\">",
-                      width, base + 60));
-  r.EndLine();
-  r.Write(fmt::format("<line x1=\"48\" y1=\"{}\" x2=\"{}\" y2=\"{}\" stroke=\"black\"/>", base, width - 10, base));
-  r.Write(fmt::format("<line x1=\"48\" y1=\"{}\" x2=\"48\" y2=\"{}\" stroke=\"black\"/>", top, base));
-  r.Write(fmt::format("<text x=\"44\" y=\"{}\" text-anchor=\"end\">{}</text>", top + 4, largest));
-  r.Write(fmt::format("<text x=\"44\" y=\"{}\" text-anchor=\"end\">0</text>", base + 4));
-  r.EndLine();
+  svg += fmt::format("<P><svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{}\" height=\"{}\" font-size=\"10\">",
+                      width, base + 60);
+  svg += "\r\n";
+  svg += fmt::format("<line x1=\"48\" y1=\"{}\" x2=\"{}\" y2=\"{}\" stroke=\"black\"/>", base, width - 10, base);
+  svg += fmt::format("<line x1=\"48\" y1=\"{}\" x2=\"48\" y2=\"{}\" stroke=\"black\"/>", top, base);
+  svg += fmt::format("<text x=\"44\" y=\"{}\" text-anchor=\"end\">{}</text>", top + 4, largest);
+  svg += fmt::format("<text x=\"44\" y=\"{}\" text-anchor=\"end\">0</text>", base + 4);
+  svg += "\r\n";
   for (int b = 0; b < bars; ++b) {
     const int h = static_cast<int>(std::lround(static_cast<double>(height) * freq[b] / largest));
     const int x = 50 + b * barWidth;
-    r.Write(fmt::format("<rect x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\" fill=\"#6688cc\" stroke=\"white\">"
+    svg += fmt::format("<rect x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\" fill=\"#6688cc\" stroke=\"white\">"
                         "<title>{}: {}</title></rect>",
-                        x, base - h, barWidth, h, EscapeHtml(labels[b]), freq[b]));
+                        x, base - h, barWidth, h, EscapeHtml(labels[b]), freq[b]);
     const int cx = x + barWidth / 2;
-    r.Write(fmt::format("<text x=\"{}\" y=\"{}\" text-anchor=\"end\" transform=\"rotate(-60 {} {})\">{}</text>", cx,
-                        base + 12, cx, base + 12, EscapeHtml(labels[b])));
-    r.EndLine();
+    svg += fmt::format("<text x=\"{}\" y=\"{}\" text-anchor=\"end\" transform=\"rotate(-60 {} {})\">{}</text>", cx,
+                        base + 12, cx, base + 12, EscapeHtml(labels[b]));
+    svg += "\r\n";
   }
-  r.Write("</svg></P>");
-  r.EndLine();
+  svg += "</svg></P>";
+  return svg;
 }
 
 class FrequencyRun {
@@ -114,7 +116,7 @@ void FrequencyRun::Row(std::string_view label, int frequency, int n, double& cum
   r_.Cell(Percent(frequency, n));
   r_.Cell(Percent(cumulative, n));
   // The html form draws the bars as a figure below the table.
-  if (!r_.Html()) r_.Cell("|" + std::string(BarLength(frequency, largest), '='));
+  r_.TextOnlyCell("|" + std::string(BarLength(frequency, largest), '='));
   r_.EndRow();
 }
 
@@ -153,7 +155,7 @@ void FrequencyRun::FrequencyTable(int i) {
   r_.Cell(std::to_string(n));
   r_.EndRow();
   r_.EndTable();
-  if (r_.Html()) WriteSvgHistogram(r_, labels, freq);
+  r_.Figure(SvgHistogram(labels, freq));
 }
 
 void FrequencyRun::GroupFrequencyTable(int i) {

@@ -93,7 +93,7 @@ void TestBlock::ParameterRow(std::string_view label, int df, int decimals, doubl
   LabelledCell(label, Fixed(estimate, d));
   if (se >= -0.5) {
     r_.Cell(Fixed(se, d));
-    if (se >= kZeroTolerance) {
+    if (se > 0) {
       const double half = std::sqrt(c_.CriticalF(df)) * se;
       double lower = estimate - half;
       if (label.find("Kurt") != std::string_view::npos && lower < -2) lower = -2;
@@ -178,7 +178,7 @@ void TestBlock::TestForm() {
   r_.Cell(H());
   r_.EndRow();
   r_.EndTable();
-  if (sd_ < kZeroTolerance) {
+  if (ZeroVariance(s)) {
     r_.Line(c_.T("Variance is low (< 0.000001) to perform any statistical test.",
                  "A variancia nagyon kicsi (< 0.000001), emiatt nem végzünk statisztikai próbát."));
     return;
@@ -211,8 +211,8 @@ void TestBlock::TestForm() {
                         Fixed(gayen.p, 4), gayen.marker));
   }
 
-  // The trimmed mean.
-  if (trim_.hasTrimming) {
+  // The trimmed mean; with a single kept value (df 0) there is no test to print.
+  if (trim_.hasTrimming && trim_.trimDF > 0) {
     r_.BlankLine();
     r_.Line(c_.English() ? "Test of the null hypothesis that the population trimmed mean equals " + H()
                          : "A H0: Az elméleti trimmelt átlag = " + H() + " nullhipotézis vizsgálata:");

@@ -14,6 +14,7 @@
 #include "frame/analysis_request.h"
 #include "frame/analysis_run.h"
 #include "frame/data_feed.h"
+#include "frame/number_text.h"
 #include "frame/report_writer.h"
 #include "numeric/order_stats.h"
 #include "numeric/stat_tables.h"
@@ -76,28 +77,9 @@ struct SingleSampleContext {
 
 template <typename F>
 void SingleSampleContext::ForEachValue(int i, F f) const {
-  DataFeed one(ws, report.Missing(), {0, Column(i)});
-  std::vector<double> value(2, 0);
-  std::vector<std::uint8_t> missing(2, 1);
-  int seen = 0;
-  for (int row : GroupRows()) {
-    if (++seen % 10000 == 0) run.ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row));
-    one.ReadRow(row, 1, value, missing);
-    if (!missing[1]) f(row, value[1]);
-  }
+  run.ForEachValue(Column(i), f);
 }
 
-// Decimals by size: 4 below 0.09995, 3 below 0.9995, 2 below 99.995, 1 below 999999.95,
-// else 0. DecimalsOrWhole gives 0 for a whole value.
-int Decimals(double x);
-int DecimalsOrWhole(double x);
-// x with d decimals and a dot; a value that rounds to zero prints without a sign.
-std::string Fixed(double x, int d);
-// x held to four decimals, trailing zeros and a trailing point cut ("2.5", "-3").
-std::string Trimmed4(double x);
-// A new cell of the data table: at most 4 decimals, at most 8 characters, the table's
-// decimal separator.
-std::string DataCell(double x, char separator);
 
 // The absolute deviations from a reference value above the tolerance: the first 100 of
 // them and their count.

@@ -45,51 +45,8 @@ int SingleSampleContext::ConfidencePercent() const {
   }
 }
 
-double SingleSampleContext::CriticalF(int df) const {
-  FTabResult f = FTabLookup(ftable, 1, df, 0);
-  switch (ConfidencePercent()) {
-    case 90: return f.CriticalF90;
-    case 99: return f.CriticalF99;
-    default: return f.CriticalF95;
-  }
-}
+double SingleSampleContext::CriticalF(int df) const { return CriticalFAt(ftable, df, ConfidencePercent()); }
 
-int Decimals(double x) {
-  double a = std::fabs(x);
-  return a < 0.09995 ? 4 : a < 0.9995 ? 3 : a < 99.995 ? 2 : a < 999999.95 ? 1 : 0;
-}
-
-int DecimalsOrWhole(double x) {
-  double a = std::fabs(x);
-  return a - std::floor(a) < kZeroTolerance ? 0 : Decimals(x);
-}
-
-std::string Fixed(double x, int d) {
-  std::string s = FormatFixed(x, d);
-  if (s.front() == '-' && s.find_first_not_of("-0.") == std::string::npos) s.erase(0, 1);
-  return s;
-}
-
-std::string Trimmed4(double x) {
-  std::string s = Fixed(x, 4);
-  while (s.back() == '0') s.pop_back();
-  if (s.back() == '.') s.pop_back();
-  return s;
-}
-
-std::string DataCell(double x, char separator) {
-  std::string s;
-  for (int d = 4; d >= 0; --d) {
-    s = Trimmed4(std::stod(Fixed(x, d)));
-    if (s.size() <= 8) break;
-  }
-  if (separator != '.') {
-    for (char& ch : s) {
-      if (ch == '.') ch = separator;
-    }
-  }
-  return s;
-}
 
 void ReadGroup(SingleSampleContext& c) {
   const int k = c.index.analysed;
@@ -99,7 +56,7 @@ void ReadGroup(SingleSampleContext& c) {
   std::vector<std::uint8_t> missings(c.index.Count() + 1, 1);
   int seen = 0;
   for (int row : c.GroupRows()) {
-    if (++seen % 10000 == 0) c.run.ShowProgress(fmt::format("{}{}", c.T("Case: ", "Eset: "), row));
+    if (++seen % 10000 == 0) c.run.ShowCaseProgress(row);
     c.feed->ReadRow(row, k, values, missings);
     for (int i = 1; i <= k; ++i) {
       if (!missings[i]) c.stats[i].Add(values[i]);
@@ -163,10 +120,13 @@ void WriteBasicTable(SingleSampleContext& c) {
     if (s.count == 0) {
       for (int k = 0; k < 7; ++k) c.report.Cell("...");
     } else {
+      // One value has no SD: its SD, Rel.SD and z cells print as the empty cell "......",
+      // which is what a zero denominator gives.
+      const bool one = s.count == 1;
       const double sd = StandardDeviation(s);
       c.report.WriteRatio(8, 8, 1, s.mean, 1);
-      c.report.WriteRatio(8, 9, 1, sd, 1);
-      c.report.WriteRatio(8, -1, s.minimum, sd, s.mean);
+      c.report.WriteRatio(8, 9, 1, sd, one ? 0 : 1);
+      c.report.WriteRatio(8, -1, s.minimum, sd, one ? 0 : s.mean);
       c.report.WriteRatio(8, 0, 1, s.minimum, 1);
       c.report.WriteRatio(8, 0, 1, s.maximum, 1);
       c.report.WriteRatio(7, 2, 1, s.minimum - s.mean, sd);

@@ -1,8 +1,7 @@
 #include "stats/moments.h"
 
+#include <algorithm>
 #include <cmath>
-
-#include "numeric/tolerance.h"
 
 namespace tarvika {
 
@@ -10,8 +9,8 @@ void MomentAccumulator::Add(double x) {
   const long double n = ++count;
   const long double d = (x - static_cast<long double>(mean)) / n;
   const long double e = d * d;
-  if (x > maximum) maximum = x;
-  if (x < minimum) minimum = x;
+  if (count == 1 || x > maximum) maximum = x;
+  if (count == 1 || x < minimum) minimum = x;
   if (higherMoments) {
     // m4 and m3 first: each update reads the lower sums before they take this value.
     m4 = static_cast<double>(m4 - 4 * d * m3 + 6 * e * m2 + (n * n - 3 * n + 3) * e * e * n * (n - 1));
@@ -22,12 +21,17 @@ void MomentAccumulator::Add(double x) {
 }
 
 double Variance(const MomentAccumulator& m) {
-  return m.count > 2 ? m.m2 / (m.count - 1) : 0;
+  return m.count > 1 ? m.m2 / (m.count - 1) : 0;
+}
+
+bool ZeroVariance(const MomentAccumulator& m) {
+  if (m.count < 2) return true;
+  const double size = std::max(std::fabs(m.minimum), std::fabs(m.maximum));
+  return std::sqrt(Variance(m)) <= 1e-12 * size;
 }
 
 double StandardDeviation(const MomentAccumulator& m) {
-  const double v = Variance(m);
-  return v > kZeroTolerance ? std::sqrt(v) : v;
+  return ZeroVariance(m) ? 0 : std::sqrt(Variance(m));
 }
 
 double StandardErrorOfMean(const MomentAccumulator& m) {
@@ -35,16 +39,15 @@ double StandardErrorOfMean(const MomentAccumulator& m) {
 }
 
 double Skewness(const MomentAccumulator& m) {
+  if (m.count < 3 || ZeroVariance(m)) return 0;
   const double v = Variance(m);
-  if (v <= kZeroTolerance) return 0;
   const double n = m.count, s = std::sqrt(v);
-  if (n > 2) return n * (m.m3 / (n - 1) / (n - 2)) / (s * v);
-  return m.m3 / (n * s * v);
+  return n * (m.m3 / (n - 1) / (n - 2)) / (s * v);
 }
 
 double Kurtosis(const MomentAccumulator& m) {
+  if (m.count < 3 || ZeroVariance(m)) return 0;
   const double v = Variance(m);
-  if (v <= kZeroTolerance) return 0;
   const double n = m.count;
   if (n > 3) return (n * (n + 1) * m.m4 - 3 * (n - 1) * m.m2 * m.m2) / (v * v) / (n - 1) / (n - 2) / (n - 3);
   return 3;

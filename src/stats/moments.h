@@ -23,19 +23,25 @@ struct MomentAccumulator {
   double m2 = 0;
   double m3 = 0;
   double m4 = 0;
-  // Start values that the first value replaces; a value beyond them is never taken.
+  // The first value sets both; these only mark a variable without values.
   double minimum = 999999999;
   double maximum = -999999999;
 };
 
-// m2/(count - 1) from three values on, else 0.
+// m2/(count - 1) from two values on, else 0.
 double Variance(const MomentAccumulator& m);
-// The root of the variance; a variance not above the zero tolerance is taken as it is.
+// True below two values, and when the standard deviation is within rounding of zero for
+// numbers of the data's size: at most 1e-12 times the largest absolute value. Constant data
+// give m2 = 0 exactly; an absolute threshold would also take data measured in small units
+// (SD 5e-5, variance 2.5e-9) for constant.
+bool ZeroVariance(const MomentAccumulator& m);
+// The root of the variance; 0 when ZeroVariance.
 double StandardDeviation(const MomentAccumulator& m);
 // SD/sqrt(n).
 double StandardErrorOfMean(const MomentAccumulator& m);
 // The adjusted skewness n/((n-1)(n-2)) m3/SD^3 and the excess kurtosis
-// n(n+1)(n-1) m4/((n-2)(n-3) m2^2) - 3(n-1)^2/((n-2)(n-3)); 0 when there is no variance.
+// n(n+1)(n-1) m4/((n-2)(n-3) m2^2) - 3(n-1)^2/((n-2)(n-3)); 0 below three values and when
+// ZeroVariance. The kurtosis of three values is 3 by convention.
 double Skewness(const MomentAccumulator& m);
 double Kurtosis(const MomentAccumulator& m);
 

@@ -211,6 +211,10 @@ void MainWindow::RunCommand(const QString& command) {
     QString path = QFileDialog::getOpenFileName(this, QString(), ToQt(session_.ProgramPath("dat")), kOpenFilter);
     if (!path.isEmpty()) OpenFile(path);
   } else if (name == "file.save") {
+    if (ws.CurrentFileName().empty()) {
+      SaveAs();  // an untitled project (after a damaged file) gets a name first
+      return;
+    }
     SaveProject(ws, ws.CurrentFileName());
     Refresh();
   } else if (name == "file.save_as") {

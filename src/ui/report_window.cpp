@@ -257,9 +257,6 @@ void ReportWindow::OpenHtml(const std::string& path) {
   browser->resize(800, 600);
   browser->show();
   htmlBrowser_ = browser;
-  connect(browser, &QObject::destroyed, this, [this, browser] {
-    if (htmlBrowser_ == browser) htmlBrowser_ = nullptr;
-  });
 }
 
 }  // namespace tarvika

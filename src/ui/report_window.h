@@ -3,6 +3,7 @@
 // analysis", "Complete output file") and its commands as buttons and menus.
 
 #include <QDialog>
+#include <QPointer>
 
 #include "frame/report_viewer.h"
 
@@ -80,7 +81,8 @@ class ReportWindow : public QDialog {
   QPushButton* saveButton_;
   QPushButton* discardButton_;
   QPushButton* closeButton_;
-  QWidget* htmlBrowser_ = nullptr;
+  // Cleared by Qt when the browser goes, also while this window is being destroyed.
+  QPointer<QWidget> htmlBrowser_;
 };
 
 }  // namespace tarvika

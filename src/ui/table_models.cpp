@@ -96,6 +96,7 @@ bool VariableTableModel::setData(const QModelIndex& index, const QVariant& value
     }
     if (!ChangeGroupType(ws_, row, text)) return false;
   } else {
+    if (!CheckDeclarationText(ws_, index.column(), text)) return false;
     ws_.vars.SetCell(index.column(), row, text);
     ws_.dataChanged = true;
   }

@@ -25,6 +25,15 @@ void TellNonNumeric(UserChannel& user, Language lang) {
   user.Tell(Pick(lang, "Error: nonnumeric value.", "Hiba: nem numerikus adat!"));
 }
 
+// False after telling, when text holds a ";", which would end the value in the project file.
+bool FreeOfSemicolon(UserChannel& user, Language lang, std::string_view text, std::string_view english,
+                     std::string_view hungarian) {
+  if (text.find(';') == std::string_view::npos) return true;
+  user.Tell(Pick(lang, fmt::format("{} cannot contain \";\".", english),
+                 fmt::format("{} nem tartalmazhat \";\" karaktert.", hungarian)));
+  return false;
+}
+
 }  // namespace
 
 std::optional<std::string> MissingEditor::Build(UserChannel& user, Language lang, char separator) const {
@@ -89,6 +98,7 @@ bool LabelEditor::Check(UserChannel& user, Language lang, const Entry& entry, in
     user.Tell(Pick(lang, en, hu));
     return false;
   };
+  if (!FreeOfSemicolon(user, lang, entry.label, "A group label", "A csoportnév")) return false;
   if (!intervals_) {
     if (Blank(entry.low)) return tell("Value missing.", "Érték hiányzik!");
     if (Blank(entry.label)) return tell("Label missing.", "Cimke hiányzik!");
@@ -236,6 +246,19 @@ bool ChangeGroupType(Workspace& ws, int row, std::string_view newWord) {
   ws.vars.SetCell(kGroupType, row, GroupTypeWord(kind, ws.language));
   if (row > 0) ws.dataChanged = true;
   return true;
+}
+
+bool CheckDeclarationText(Workspace& ws, int column, std::string_view text) {
+  switch (column) {
+    case kShortName:
+      return FreeOfSemicolon(ws.user, ws.language, text, "A short name", "A rövid név");
+    case kLongName:
+      return FreeOfSemicolon(ws.user, ws.language, text, "A long name", "A hosszú név");
+    case kHelp:
+      return FreeOfSemicolon(ws.user, ws.language, text, "A help text", "A súgószöveg");
+    default:
+      return true;
+  }
 }
 
 void RefuseTypedGroupType(Workspace& ws) {

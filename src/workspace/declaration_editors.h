@@ -74,6 +74,10 @@ struct TypeEditor {
 // False when nothing changed.
 bool ChangeGroupType(Workspace& ws, int row, std::string_view newWord);
 
+// The project file ends a header value at its first ";": a short name, long name, help text
+// or group label cannot hold one. False after telling the person; other columns pass.
+bool CheckDeclarationText(Workspace& ws, int column, std::string_view text);
+
 // A group type typed into the cell instead of chosen: refused with a message.
 void RefuseTypedGroupType(Workspace& ws);
 

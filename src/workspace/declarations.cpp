@@ -1,6 +1,8 @@
 #include "workspace/declarations.h"
 
 #include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 #include <fmt/format.h>
 
 #include "lang/utf8.h"
@@ -195,19 +197,20 @@ void NormaliseShortNames(Workspace& ws) {
     }
     names[r] = std::move(name);
   }
-  auto clashesWithEarlier = [&names](int i, std::string_view candidate) {
-    for (int j = 1; j < i; ++j) {
-      if (names[j] == candidate) return true;
-    }
-    return false;
-  };
+  // The names before i, and for each "abcde~" the counter below which every candidate is
+  // taken: the earlier names only grow, so a search never has to start again from "00".
+  std::unordered_set<std::string> earlier;
+  std::unordered_map<std::string, int> nextCounter;
+  if (n >= 1) earlier.insert(names[1]);
   for (int i = 2; i <= n; ++i) {
-    if (!clashesWithEarlier(i, names[i])) continue;
-    std::string base = std::string(Utf8Prefix(names[i], 5)) + "~";
-    int k = 0;
-    std::string candidate = fmt::format("{}{:02}", base, k);
-    while (clashesWithEarlier(i, candidate)) candidate = fmt::format("{}{:02}", base, ++k);
-    names[i] = candidate;
+    if (earlier.count(names[i]) > 0) {
+      std::string base = std::string(Utf8Prefix(names[i], 5)) + "~";
+      int& k = nextCounter[base];
+      std::string candidate = fmt::format("{}{:02}", base, k);
+      while (earlier.count(candidate) > 0) candidate = fmt::format("{}{:02}", base, ++k);
+      names[i] = candidate;
+    }
+    earlier.insert(names[i]);
   }
   for (int r = 1; r <= n; ++r) {
     ws.vars.SetCell(kShortName, r, names[r]);

@@ -6,6 +6,7 @@
 #include <langinfo.h>
 #include <locale.h>
 
+#include <algorithm>
 #include <charconv>
 
 #include <fmt/format.h>
@@ -169,6 +170,22 @@ std::string FormatFixed(double value, int decimals) {
   return digits;
 }
 
+namespace {
+
+// The text is in exponent form and is what FormatGeneral prints for its value, with either
+// separator.
+bool IsPrintedExponentForm(const std::string& s, char separator) {
+  if (s.find('E') == std::string::npos) return false;
+  auto value = ParseEitherSeparator(s, separator);
+  if (!value) return false;
+  std::string printed = FormatGeneral(*value, '.');
+  std::string dotted = s;
+  std::replace(dotted.begin(), dotted.end(), ',', '.');
+  return printed == dotted;
+}
+
+}  // namespace
+
 std::optional<std::string> CleanNumber(std::string_view text, char separator) {
   std::size_t b = 0;
   while (b < text.size() && text[b] == ' ') ++b;
@@ -182,7 +199,10 @@ std::optional<std::string> CleanNumber(std::string_view text, char separator) {
   if (hasSeparator()) {
     std::size_t dot = s.find('.'), comma = s.find(',');
     std::size_t p = dot == std::string::npos ? comma : comma == std::string::npos ? dot : std::max(dot, comma);
-    if (s.size() - p - 1 > 11) {
+    // A number in exponent form as this function prints it ("1.23456789012346E15", from
+    // 1234567890123456) is left whole: the digits after its separator are the mantissa's,
+    // not decimals, and cleaning a cleaned number must not cut them a second time.
+    if (s.size() - p - 1 > 11 && !IsPrintedExponentForm(s, separator)) {
       // Cut the digits beyond the 11th after the separator, keep an exponent part if any.
       std::size_t k = p + 1, kept = 0;
       std::string out = s.substr(0, p + 1);

@@ -1,12 +1,12 @@
 #include "workspace/project_file.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "lang/cp1250.h"
+#include "lang/input_file.h"
 #include "lang/utf8.h"
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
@@ -33,115 +34,16 @@ constexpr std::string_view kVersion = "2.0";
 // unreadable number; the load keeps what it read so far.
 struct DamagedFile {};
 
-// ---------------------------------------------------------------------------------------
-// Reading lines
-
-// Reads a file in big blocks and hands out its lines without their ends. A line ends at
-// CR LF, LF or CR; the last line may have no end. Lines of any length are read.
-class LineReader {
- public:
-  explicit LineReader(int fd) : fd_(fd), buf_(kBlock) {}
-
-  // False at the end of the file. The view stays valid until the next call.
-  bool Next(std::string_view& line);
-
- private:
-  static constexpr std::size_t kBlock = 1 << 20;
-  static constexpr std::size_t kStale = static_cast<std::size_t>(-1);
-
-  bool Fill();
-
-  int fd_;
-  std::vector<char> buf_;
-  std::size_t begin_ = 0;    // first unread byte
-  std::size_t end_ = 0;      // end of the bytes read
-  std::size_t lf_ = kStale;  // the next LF at or after begin_, end_ when none was read
-  bool eof_ = false;
-};
-
-bool LineReader::Fill() {
-  if (eof_) return false;
-  if (begin_ > 0) {
-    std::memmove(buf_.data(), buf_.data() + begin_, end_ - begin_);
-    end_ -= begin_;
-    begin_ = 0;
-  }
-  if (end_ == buf_.size()) buf_.resize(buf_.size() * 2);  // one line fills the buffer
-  ssize_t got;
-  do {
-    got = ::read(fd_, buf_.data() + end_, buf_.size() - end_);
-  } while (got < 0 && errno == EINTR);
-  if (got < 0) throw DamagedFile{};
-  lf_ = kStale;
-  if (got == 0) {
-    eof_ = true;
-    return false;
-  }
-  end_ += static_cast<std::size_t>(got);
-  return true;
-}
-
-bool LineReader::Next(std::string_view& line) {
-  for (;;) {
-    const char* base = buf_.data();
-    if (lf_ == kStale || lf_ < begin_) {
-      const void* p = std::memchr(base + begin_, '\n', end_ - begin_);
-      lf_ = p != nullptr ? static_cast<std::size_t>(static_cast<const char*>(p) - base) : end_;
-    }
-    const void* cr = std::memchr(base + begin_, '\r', lf_ - begin_);
-    std::size_t stop = cr != nullptr ? static_cast<std::size_t>(static_cast<const char*>(cr) - base) : lf_;
-    // A CR as the last byte read may be the first half of CR LF: read on before deciding.
-    bool crAtEdge = cr != nullptr && stop + 1 == end_ && !eof_;
-    if (stop < end_ && !crAtEdge) {
-      line = std::string_view(base + begin_, stop - begin_);
-      std::size_t next = stop + 1;
-      if (base[stop] == '\r' && next < end_ && base[next] == '\n') ++next;
-      begin_ = next;
-      return true;
-    }
-    if (!Fill()) {
-      if (begin_ == end_) return false;
-      base = buf_.data();
-      std::size_t last = base[end_ - 1] == '\r' ? end_ - 1 : end_;
-      line = std::string_view(base + begin_, last - begin_);
-      begin_ = end_;
-      return true;
-    }
-  }
-}
-
-// An open file descriptor, closed at the end of the scope.
-class InputFile {
- public:
-  explicit InputFile(const std::string& path) : fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-    if (fd_ >= 0) {
-      struct stat st;
-      if (::fstat(fd_, &st) != 0 || S_ISDIR(st.st_mode)) {
-        ::close(fd_);
-        fd_ = -1;
-      } else {
-        ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
-      }
-    }
-  }
-  ~InputFile() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-  int fd() const { return fd_; }
-
- private:
-  int fd_;
+// Raised for counts that no workspace takes (no case, too many variables, ...): the load
+// is refused with this message, before the tables change when the counts come first.
+struct CountsRefused {
+  std::string message;
 };
 
 // The next line as UTF-8; throws at the end of the file and on a blank line, which a
 // header can't have.
-void NextHeaderLine(LineReader& in, std::string& line) {
-  std::string_view raw;
-  if (!in.Next(raw) || raw.empty()) throw DamagedFile{};
-  line.clear();
-  AppendCp1250AsUtf8(raw, line);
+void NextHeaderLine(InputFile& in, std::string& line) {
+  if (!in.Next(line, FileEncoding::Windows1250) || line.empty()) throw DamagedFile{};
 }
 
 // ---------------------------------------------------------------------------------------
@@ -159,12 +61,60 @@ int WholeValue(std::string_view value, long long lo, long long hi) {
   return static_cast<int>(*v);
 }
 
+// A count of "<variables>" or "<cases>": a negative or unreadable one is damage, zero or
+// one beyond the workspace's limit is refused with a message that says so.
+int CountValue(const Workspace& ws, std::string_view value, long long limit, bool cases) {
+  auto v = ParseWholeNumber(value);
+  if (!v || *v < 0) throw DamagedFile{};
+  if (*v == 0) {
+    throw CountsRefused{std::string(cases ? ws.Text("The project has no case; a project has at least one.",
+                                                    "A projektben nincs eset; egy projektben legalább egy eset van.")
+                                          : ws.Text("The project has no variable; a project has at least one.",
+                                                    "A projektben nincs változó; egy projektben legalább egy változó van."))};
+  }
+  if (*v > limit) {
+    throw CountsRefused{fmt::format(
+        fmt::runtime(cases ? ws.Text("The project has {} cases; a project can hold at most {}.",
+                                     "A projektben {} eset van; egy projekt legfeljebb {} esetet tartalmazhat.")
+                           : ws.Text("The project has {} variables; a project can hold at most {}.",
+                                     "A projektben {} változó van; egy projekt legfeljebb {} változót tartalmazhat.")),
+        *v, limit)};
+  }
+  return static_cast<int>(*v);
+}
+
 // The tables a reader fills: the workspace's, or the merge window's own.
 struct Tables {
   DataMatrix& data;
   VariableTable& vars;
   std::vector<char> numeric;  // per column of the data table: the type is numeric
+  // No file holds more cases than it has bytes (each needs its line end): the table is
+  // never made taller than that, whatever the header claims.
+  long long caseBound = kMaxCases;
+  int pendingVariables = 0;  // "<variables>" read and not yet applied to the tables
+  bool touched = false;      // the tables have changed
+  // How far the reading came, for the message about a damaged file.
+  int declaredVariables = -1, declaredCases = -1;
+  int lastVariable = 0;
+  bool headerRead = false;
+  int casesRead = 0;
 };
+
+// "<variables>" takes effect when the header first needs the tables, so that counts that
+// are refused leave them as they were.
+void ApplyVariables(Tables& t) {
+  if (t.pendingVariables == 0) return;
+  const int n = t.pendingVariables;
+  t.pendingVariables = 0;
+  int rows = t.declaredCases >= 0 ? std::max(t.data.RowCount(), 1) : 1;
+  t.data.Resize(0, 0);
+  t.data.Resize(n + 1, rows);
+  t.vars.SetRowCount(1);
+  t.vars.SetRowCount(n + 1);
+  for (int i = 1; i <= n; ++i) t.vars.SetCell(kIndex, i, std::to_string(i));
+  t.numeric.assign(n + 1, 0);
+  t.touched = true;
+}
 
 // Appends one label line to the label text. The continuation form "=more;" adds to the
 // label before it: "1=a;/" and "=b;" give "1=a,b;/".
@@ -185,7 +135,7 @@ void AddLabelLine(std::string& labels, std::string_view line, bool continuation,
 }
 
 // Reads the header up to "<datamatrix>" into the tables. Unknown keys are skipped.
-void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuation) {
+void ReadHeader(InputFile& in, Tables& t, const Workspace& ws, bool continuation) {
   const char sep = ws.decimalSeparator;
   std::string line;
   bool pending = false;  // the line that ended a label list is still to be handled
@@ -196,23 +146,31 @@ void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuatio
     const std::string key = KeyOf(line);
     const std::string_view value = ValueOf(line);
     if (key == "<variables>") {
-      int n = WholeValue(value, 1, kMaxVariables);
-      int rows = std::max(t.data.RowCount(), 1);
-      t.data.Resize(0, 0);
-      t.data.Resize(n + 1, rows);
-      t.vars.SetRowCount(1);
-      t.vars.SetRowCount(n + 1);
-      for (int i = 1; i <= n; ++i) t.vars.SetCell(kIndex, i, std::to_string(i));
-      t.numeric.assign(n + 1, 0);
-    } else if (key == "<cases>") {
-      int m = WholeValue(value, 0, kMaxCases);
+      t.declaredVariables = t.pendingVariables = CountValue(ws, value, kMaxVariables, false);
+      continue;
+    }
+    if (key == "<cases>") {
+      int m = CountValue(ws, value, kMaxCases, true);
+      ApplyVariables(t);
+      t.declaredCases = m;
       t.data.SetRowCount(1);
-      t.data.SetRowCount(m + 1);
+      t.data.SetRowCount(static_cast<int>(std::min<long long>(m, t.caseBound)) + 1);
+      t.touched = true;
       ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m,
                                   ws.Text(" case)", " eset)")));
-    } else if (key == "#") {
+      continue;
+    }
+    if (key == "#") {
       v = WholeValue(value, -1000000000, 1000000000);
-    } else if (key == "<name>") {
+      if (v > t.lastVariable && v <= std::max(t.declaredVariables, 0)) t.lastVariable = v;
+      continue;
+    }
+    const bool known = key == "<name>" || key == "<longname>" || line.front() == '$' || key == "<labels>" ||
+                       key == "<assign>" || key == "<missing>" || key == "<help>" || key == "<datamatrix>";
+    if (!known) continue;
+    ApplyVariables(t);
+    t.touched = true;
+    if (key == "<name>") {
       t.vars.SetCell(kShortName, v, value);
       t.data.SetCell(v, 0, value);
     } else if (key == "<longname>") {
@@ -237,19 +195,44 @@ void ReadHeader(LineReader& in, Tables& t, const Workspace& ws, bool continuatio
       t.vars.SetCell(kMissing, v, value);
     } else if (key == "<help>") {
       t.vars.SetCell(kHelp, v, value);
-    } else if (key == "<datamatrix>") {
+    } else {
       t.numeric.resize(std::max<std::size_t>(t.numeric.size(), t.data.ColCount()), 0);
+      t.headerRead = true;
       return;
     }
   }
 }
 
+// A file that can't be opened, or whose first line can't be read, with the reason.
+void TellUnreadable(Workspace& ws, const std::string& path, const InputFile& file) {
+  std::string_view what = file.IsOpen() ? ws.Text("The file cannot be read: ", "A fájl nem olvasható: ")
+                                        : ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: ");
+  ws.user.Tell(fmt::format("{}{}\r\n{}", what, path, file.Error()));
+}
+
 // The first line's key is one of the two magics.
-bool HasMagic(LineReader& in) {
-  std::string_view raw;
-  if (!in.Next(raw)) return false;
-  std::string key = KeyOf(Cp1250ToUtf8(raw));
+bool HasMagic(InputFile& in) {
+  std::string line;
+  if (!in.Next(line, FileEncoding::Windows1250)) return false;
+  std::string key = KeyOf(line);
   return key == kMagic || key == kOldMagic;
+}
+
+// Raised when the first line is not the magic.
+struct NotAProjectFile {};
+
+// A project is a regular file that begins with a short line. A device, or a big file with no
+// line end near its start, is no project and is not read whole in search of one. Sets the
+// bound of the number of cases by the file's size.
+bool LooksLikeText(int fd, long long& caseBound) {
+  struct stat st;
+  if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) return false;
+  caseBound = std::min<long long>(kMaxCases, st.st_size);
+  char head[4096];
+  ssize_t got = ::pread(fd, head, sizeof head, 0);
+  if (got < 0) return false;
+  if (static_cast<std::size_t>(got) < sizeof head) return true;
+  return std::memchr(head, '\n', sizeof head) != nullptr || std::memchr(head, '\r', sizeof head) != nullptr;
 }
 
 // ---------------------------------------------------------------------------------------
@@ -305,8 +288,9 @@ const char* SeparatorOf(std::string_view number) {
 // Reads the m data lines into the workspace. The field is carried over from column to
 // column and from row to row: a row that runs out of tabs repeats its last cut field up
 // to the column before the last, and the last column takes what is left.
-void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
+void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
   DataMatrix& data = ws.data;
+  const std::vector<char>& numeric = t.numeric;
   const int n = data.NumberOfVariables();
   const int m = data.NumberOfCases();
   const char sep = ws.decimalSeparator;
@@ -323,7 +307,7 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
       carried.assign(field);  // the line it points into is about to go
       field = carried;
     }
-    if (!in.Next(raw)) throw DamagedFile{};
+    if (!in.NextRaw(raw)) throw DamagedFile{};
     std::string_view line = raw;
     if (!IsAscii(raw)) {
       converted.clear();
@@ -354,25 +338,24 @@ void ReadRows(LineReader& in, Workspace& ws, const std::vector<char>& numeric) {
       }
       data.SetCell(c, r, field);
     }
+    t.casesRead = r;
   }
+  if (t.declaredCases > m) throw DamagedFile{};  // more cases claimed than the file can hold
 }
 
 // The merge reader's data: a stream of fields that end at a tab or a line end.
-bool ReadMergeRows(LineReader& in, Tables& t, char sep) {
+bool ReadMergeRows(InputFile& in, Tables& t, char sep) {
   const int n = t.data.NumberOfVariables();
   const int m = t.data.NumberOfCases();
   std::string field;
   std::string line;
   std::string_view rest;
-  std::string_view raw;
   bool needLine = true;
   for (int r = 1; r <= m; ++r) {
     SetCaseNumber(t.data, r);
     for (int c = 1; c <= n; ++c) {
       if (needLine) {
-        if (!in.Next(raw)) return false;
-        line.clear();
-        AppendCp1250AsUtf8(raw, line);
+        if (!in.Next(line, FileEncoding::Windows1250)) return false;
         rest = line;
         needLine = false;
       }
@@ -519,12 +502,18 @@ bool WriteProject(Workspace& ws, ProjectWriter& w) {
     w.Line("<labels>=;", "", "");
     std::string labels(vars.GetCell(kGroupLabels, i));
     if (labels.size() > 2) {
+      // One line per entry "value=label;": the "/" after each ";" goes, while a "/" inside
+      // a label stays, so that the label reads back whole.
       std::string_view rest = labels;
       while (!rest.empty()) {
-        std::size_t slash = rest.find('/');
-        std::string_view piece = rest.substr(0, slash);
-        if (!piece.empty()) w.Line("", piece, "", where("<labels>"));
-        rest.remove_prefix(slash == std::string_view::npos ? rest.size() : slash + 1);
+        if (rest.front() == '/') {
+          rest.remove_prefix(1);
+          continue;
+        }
+        std::size_t end = rest.find(';');
+        std::string_view piece = rest.substr(0, end == std::string_view::npos ? rest.size() : end + 1);
+        w.Line("", piece, "", where("<labels>"));
+        rest.remove_prefix(piece.size());
       }
     }
     w.Line("<help>=", HelpOnOneLine(vars.GetCell(kHelp, i)), ";", where("<help>"));
@@ -563,6 +552,18 @@ void KeepMinimalShape(Workspace& ws) {
   }
 }
 
+// The second line of the message about a damaged file.
+std::string HowMuchWasRead(const Workspace& ws, const Tables& t) {
+  auto count = [](int k) { return k >= 0 ? std::to_string(k) : std::string("?"); };
+  int variables = t.headerRead ? t.declaredVariables : t.lastVariable;
+  return fmt::format(
+      fmt::runtime(ws.Text("Read: the declarations of {} of {} variables and {} of {} cases. The project is "
+                           "untitled now: save it under a new name.",
+                           "Beolvasva: {1} változó közül {0} deklarációja és {3} eset közül {2}. A projekt most "
+                           "névtelen: mentse új néven.")),
+      variables, count(t.declaredVariables), t.casesRead, count(t.declaredCases));
+}
+
 }  // namespace
 
 // ---------------------------------------------------------------------------------------
@@ -583,28 +584,47 @@ std::string SuggestedOutputFile(const std::string& path) {
 LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   const std::string path = FullPath(givenPath);
   InputFile file(path);
-  if (file.fd() < 0) {
-    ws.user.Tell(
-        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+  if (!file.IsOpen()) {
+    TellUnreadable(ws, path, file);
     return LoadResult::Unreadable;
   }
-  LoadResult result = LoadResult::Loaded;
+  const std::string target = FollowLinks(path);
+  RemoveStaleTemporaries(target);
+  const std::optional<FileIdentity> identity = IdentityOfOpenFile(file.fd());
+  Tables tables{ws.data, ws.vars, {}};
+  std::optional<std::string> damage;
   ws.busy = true;
   try {
-    LineReader in(file.fd());
-    if (!HasMagic(in)) {
+    if (!LooksLikeText(file.fd(), tables.caseBound)) throw NotAProjectFile{};
+    if (!HasMagic(file)) {
+      if (!file.Failed()) throw NotAProjectFile{};
       ws.busy = false;
-      ws.user.Tell(
-          ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
-                  "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
-      return LoadResult::NotAProject;
+      TellUnreadable(ws, path, file);
+      return LoadResult::Unreadable;
     }
-    Tables tables{ws.data, ws.vars, {}};
-    ReadHeader(in, tables, ws, true);
-    ReadRows(in, ws, tables.numeric);
+    ReadHeader(file, tables, ws, true);
+    ReadRows(file, ws, tables);
+  } catch (const NotAProjectFile&) {
+    ws.busy = false;
+    ws.user.Tell(
+        ws.Text("This is an invalid Tarvika file: either the file name or the first line is incorrect.",
+                "Ez nem egy szabályos Tarvika fájl: a fájl neve vagy az első sor hibás!"));
+    return LoadResult::NotAProject;
+  } catch (const CountsRefused& refused) {
+    if (!tables.touched) {
+      ws.busy = false;
+      ws.user.Tell(refused.message);
+      return LoadResult::Refused;
+    }
+    damage = refused.message;
   } catch (const DamagedFile&) {
-    result = LoadResult::Damaged;
-    ws.user.Tell(ws.Text("Invalid or damaged Tarvika file", "Hibás vagy sérült Tarvika fájl!"));
+    damage = ws.Text("Invalid or damaged Tarvika file", "Hibás vagy sérült Tarvika fájl!");
+  }
+  if (damage) {
+    // What was read stays, but the project gets no name: a Save must not write the partial
+    // tables over the file they came from.
+    ApplyVariables(tables);
+    ws.user.Tell(*damage + "\r\n" + HowMuchWasRead(ws, tables));
     KeepMinimalShape(ws);
     ws.data.RenumberCases();
   }
@@ -614,7 +634,9 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   ws.dataChanged = false;
 
   ws.suggestedOutputFile = SuggestedOutputFile(path);
-  ws.SetCurrentFile(path);
+  ws.SetCurrentFile(damage ? std::string() : path);
+  ws.knownFile = damage ? std::string() : target;
+  ws.knownFileIdentity = damage ? std::nullopt : identity;
 
   std::vector<std::string> recent = LoadRecentFiles(ws);
   const std::string entry = WithExtension(path, ".msw");
@@ -628,22 +650,36 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
   CheckDuplicateNames(ws);
   ws.ShowProgress("");
   ws.busy = false;
-  return result;
+  return damage ? LoadResult::Damaged : LoadResult::Loaded;
 }
 
 bool SaveProject(Workspace& ws, const std::string& givenPath) {
+  if (givenPath.empty()) {
+    ws.user.Tell(ws.Text("The project has no file name yet: save it under a new name.",
+                         "A projektnek még nincs fájlneve: mentse új néven."));
+    return false;
+  }
   const std::string path = FullPath(givenPath);
   AtomicFile out(path);
   if (!out.Open()) {
     TellWriteFailure(ws, path, out.error());
     return false;
   }
+  if (out.file() == ws.knownFile) out.RequireUnchanged(ws.knownFileIdentity);
   ProjectWriter writer(ws, out);
   if (!WriteProject(ws, writer) || !out.Commit(true)) {
     ws.ShowProgress("");
-    TellWriteFailure(ws, path, out.error());
+    TellWriteFailure(ws, path,
+                     out.changedMeanwhile()
+                         ? std::string(ws.Text("Another program has changed it since this project was opened or "
+                                               "saved; save the project under a new name.",
+                                               "Egy másik program megváltoztatta, mióta ez a projekt megnyílt vagy "
+                                               "mentésre került; mentse a projektet új néven."))
+                         : out.error());
     return false;
   }
+  ws.knownFile = out.file();
+  ws.knownFileIdentity = out.written();
   if (writer.replacedCount() > 0) {
     std::string list;
     for (const std::string& where : writer.replaced()) list += "\r\n" + where;
@@ -656,8 +692,9 @@ bool SaveProject(Workspace& ws, const std::string& givenPath) {
         list));
   }
 
+  // The newest entry is the last, as a load stores it; the window shows it first.
   std::vector<std::string> recent = LoadRecentFiles(ws);
-  recent.insert(recent.begin(), path);
+  recent.push_back(path);
   StoreRecentFiles(ws, recent);
 
   ws.user.Tell("Saved: " + path);
@@ -672,26 +709,33 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
   src.vars.Resize(kVariableTableColumns, 1);
   src.data.Resize(2, 2);
   InputFile file(path);
-  if (file.fd() < 0) {
-    ws.user.Tell(
-        fmt::format("{}{}", ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: "), path));
+  if (!file.IsOpen()) {
+    TellUnreadable(ws, path, file);
     return src;
   }
   try {
-    LineReader in(file.fd());
-    if (!HasMagic(in)) {
-      ws.user.Tell(ws.Text("This is not a valid Tarvika file.", "Ez nem egy szabályos Tarvika állomány"));
-      src.result = LoadResult::NotAProject;
+    Tables tables{src.data, src.vars, {}};
+    if (!LooksLikeText(file.fd(), tables.caseBound)) throw NotAProjectFile{};
+    if (!HasMagic(file)) {
+      if (!file.Failed()) throw NotAProjectFile{};
+      TellUnreadable(ws, path, file);
       return src;
     }
-    Tables tables{src.data, src.vars, {}};
-    ReadHeader(in, tables, ws, false);
-    if (!ReadMergeRows(in, tables, ws.decimalSeparator)) {
+    ReadHeader(file, tables, ws, false);
+    if (!ReadMergeRows(file, tables, ws.decimalSeparator)) {
       ws.user.Tell(ws.Text("Error while reading data table.\r\nReading interrupted.",
                            "Hiba az adattábla olvasása közben.\r\nBeolvasás félbeszakítva."));
       src.result = LoadResult::Damaged;
       return src;
     }
+  } catch (const NotAProjectFile&) {
+    ws.user.Tell(ws.Text("This is not a valid Tarvika file.", "Ez nem egy szabályos Tarvika állomány"));
+    src.result = LoadResult::NotAProject;
+    return src;
+  } catch (const CountsRefused& refused) {
+    ws.user.Tell(refused.message);
+    src.result = LoadResult::Refused;
+    return src;
   } catch (const DamagedFile&) {
     ws.user.Tell(ws.Text("Invalid or damaged Tarvika file", "Hibás vagy sérült Tarvika fájl!"));
     src.result = LoadResult::Damaged;
@@ -708,7 +752,7 @@ MergeSource ReadMergeSource(Workspace& ws, const std::string& path, MergeMode mo
 void LoadDefaultVariable(Workspace& ws) {
   const std::string path = ProgramFile(ws, "default.var");
   std::vector<std::string> lines;
-  if (auto read = ReadTextLines(path)) {
+  if (auto read = ReadLines(path, FileEncoding::Windows1250)) {
     lines = std::move(*read);
   } else {
     lines = {"num=0_0;", "", "nincs"};
@@ -732,7 +776,7 @@ bool SaveDefaultVariable(Workspace& ws, std::string_view type, std::string_view 
 
 std::vector<std::string> LoadRecentFiles(const Workspace& ws) {
   std::vector<std::string> files;
-  if (auto lines = ReadTextLines(ProgramFile(ws, "last.mod"))) {
+  if (auto lines = ReadLines(ProgramFile(ws, "last.mod"), FileEncoding::Windows1250)) {
     for (std::string& line : *lines) {
       if (!line.empty()) files.push_back(std::move(line));
     }

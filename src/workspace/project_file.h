@@ -19,14 +19,19 @@ enum class LoadResult {
   Damaged,      // a damaged file: what was read so far stays in the tables
   NotAProject,  // wrong first line: the workspace is untouched
   Unreadable,   // the file could not be opened: the workspace is untouched
+  Refused,      // no case or variable, or more than a workspace holds: told, the workspace untouched
 };
 
 // Replaces the workspace by the file, tells the person about failures, and updates the
 // title, the suggested output file and "last.mod". The caller then validates declarations.
+// After a damaged file the project is untitled (the title holds no path), so that a Save
+// asks for a new name instead of writing the partial tables over the file.
 LoadResult LoadProject(Workspace& ws, const std::string& path);
 
-// Writes the workspace to path (through a temporary file renamed over the target); false
-// after telling the person when it could not be written, and the old file is intact.
+// Writes the workspace to path (through a temporary file renamed over the target; through a
+// symbolic link, the file it leads to); false after telling the person when it could not be
+// written, and the old file is intact. An empty path (an untitled project) is refused, and so
+// is a file that another program changed after this workspace read or wrote it.
 // Characters that Windows-1250 cannot hold are written as "?" and the cells are named.
 bool SaveProject(Workspace& ws, const std::string& path);
 

@@ -64,7 +64,8 @@ StartResult Session::StartUp(const StartOptions& options) {
 
   // The language of the settings file is known before anything can fail.
   ReadConfig(ws.programFolder, settings);
-  ws.language = settings.language;
+  const Language language = options.language.value_or(settings.language);
+  ws.language = language;
 
   if (!fs::is_directory(ProgramPath("stattab"))) {
     ws.user.Tell(ws.Text(" The tarvika.exe is not in its natural place!\r\nMove it to the tarvika folder!\r\nThe Tarvika terminates.",
@@ -104,7 +105,7 @@ StartResult Session::StartUp(const StartOptions& options) {
     ws.user.Tell(*error);
     return StartResult::BadSettings;
   }
-  ws.SetLanguage(settings.language);
+  ws.SetLanguage(language);
   ws.SetCurrentFile(project);
   ws.dataChanged = false;
 
@@ -126,8 +127,9 @@ bool Session::EndSession() {
       return false;
     }
     if (ws.user.AskYesNoCancel(ws.Text("Do you want to save the current data file?",
-                                       "El akarja menteni a jelenlegi adatfájlt?")) == Answer::Yes) {
-      SaveProject(ws, ws.CurrentFileName());
+                                       "El akarja menteni a jelenlegi adatfájlt?")) == Answer::Yes &&
+        !SaveCurrentProject()) {
+      return false;  // the edits are not on disk: the program goes on
     }
   }
   // Remove the sub-folders of "output" that hold no files.
@@ -152,7 +154,7 @@ bool Session::NewProject() {
   if (!ws.IsPristine()) {
     Answer a = ws.user.AskYesNoCancel(ws.Text("Do you want to save the current project?", "El akarja menteni aktuális munkáját?"));
     if (a == Answer::Cancel) return false;
-    if (a == Answer::Yes) SaveProject(ws, ws.CurrentFileName());
+    if (a == Answer::Yes && !SaveCurrentProject()) return false;
   }
   ws.Reset();
   ws.SetCurrentFile(FreeProjectPath(1000000));
@@ -164,13 +166,16 @@ bool Session::NewProject() {
 bool Session::OpenProject(const std::string& path) {
   if (!ws.IsPristine() &&
       ws.user.AskYesNoCancel(ws.Text("Do you want to save current project?", "El akarja menteni az aktuális projektet?")) ==
-          Answer::Yes) {
-    SaveProject(ws, ws.CurrentFileName());
+          Answer::Yes &&
+      !SaveCurrentProject()) {
+    return false;
   }
   std::string ext = UpperExtension(path);
   if (ext == "MSW") {
     LoadResult result = LoadProject(ws, path);
-    if (result == LoadResult::NotAProject || result == LoadResult::Unreadable) return false;
+    if (result == LoadResult::NotAProject || result == LoadResult::Unreadable || result == LoadResult::Refused) {
+      return false;
+    }
     ValidateDeclarations(ws);
     dataFolder = fs::path(path).parent_path().string();
     return result == LoadResult::Loaded;
@@ -178,6 +183,18 @@ bool Session::OpenProject(const std::string& path) {
   // Text, spreadsheet and SPSS files come through their importers.
   ws.user.Tell(UnderConstruction(ws.language));
   return false;
+}
+
+bool Session::SaveCurrentProject() {
+  std::string path = ws.CurrentFileName();
+  if (path.empty()) {
+    auto answer = ws.user.AskText(ws.Text("The project is untitled. Save it as", "A projekt névtelen. Mentés ezen a néven"),
+                                  FreeProjectPath(1000000));
+    if (!answer || answer->empty()) return false;
+    path = *answer;
+    if (UpperExtension(path) != "MSW") path += ".msw";
+  }
+  return SaveProject(ws, path);
 }
 
 std::string Session::ProjectNameForImport(const std::string& mswPath) {

@@ -20,6 +20,7 @@ struct StartOptions {
   std::optional<std::string> fileToOpen;   // the one file of the command line
   bool singleInstance = false;             // the desktop program refuses a second start
   std::optional<char> decimalSeparator;    // instead of the locale's
+  std::optional<Language> language;        // instead of that of "Tarvika.cfg"
 };
 
 enum class StartResult { Ready, TablesMissing, AlreadyRunning, BadSettings };
@@ -40,12 +41,17 @@ class Session {
 
   StartResult StartUp(const StartOptions& options);
 
-  // The close question and the clean-up; true when the program may close.
+  // The close question and the clean-up; true when the program may close (not after a
+  // save that was asked for and failed).
   bool EndSession();
-  // "New": false when the person cancelled.
+  // "New": false when the person cancelled or the save asked for failed (the workspace stays).
   bool NewProject();
-  // "Open": asks to save a touched workspace, then reads the file by its extension.
+  // "Open": asks to save a touched workspace, then reads the file by its extension. A save
+  // that fails stops the command and keeps the workspace.
   bool OpenProject(const std::string& path);
+  // Saves to the current file; an untitled project (after a damaged file) asks for a name
+  // first. False when refused or when the save failed.
+  bool SaveCurrentProject();
   // The project a foreign file becomes: asks before overwriting an existing one.
   std::string ProjectNameForImport(const std::string& mswPath);
 

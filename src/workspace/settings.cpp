@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "lang/input_file.h"
 #include "workspace/numbers.h"
 #include "workspace/text_files.h"
 
@@ -15,7 +16,7 @@ std::string InFolder(const std::string& folder, const char* name) {
 
 void ReadConfig(const std::string& programFolder, ProgramSettings& settings) {
   settings.language = Language::Hungarian;
-  auto lines = ReadTextLines(InFolder(programFolder, kConfigFile));
+  auto lines = ReadLines(InFolder(programFolder, kConfigFile), FileEncoding::Windows1250);
   if (!lines) return;
   for (const std::string& line : *lines) {
     std::string key = KeyOf(line);
@@ -29,7 +30,7 @@ void ReadConfig(const std::string& programFolder, ProgramSettings& settings) {
 }
 
 std::optional<std::string> ReadRPathFile(const std::string& programFolder, ProgramSettings& settings) {
-  auto lines = ReadTextLines(InFolder(programFolder, kRPathFile));
+  auto lines = ReadLines(InFolder(programFolder, kRPathFile), FileEncoding::Windows1250);
   if (!lines) return std::nullopt;
   for (const std::string& line : *lines) {
     std::string key = KeyOf(line);

@@ -1,17 +1,21 @@
 #include "workspace/text_files.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "lang/cp1250.h"
 
 namespace tarvika {
+
+namespace fs = std::filesystem;
 
 std::string KeyOf(std::string_view line) {
   std::size_t eq = line.find('=');
@@ -30,24 +34,6 @@ std::string_view ValueOf(std::string_view line) {
   return rest.substr(0, rest.find(';'));
 }
 
-std::optional<std::vector<std::string>> ReadTextLines(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::stringstream buffer;
-  buffer << in.rdbuf();
-  std::string text = buffer.str();
-  std::vector<std::string> lines;
-  std::size_t start = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\r' && text[i] != '\n') continue;
-    lines.push_back(Cp1250ToUtf8(std::string_view(text).substr(start, i - start)));
-    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
-    start = i + 1;
-  }
-  if (start < text.size()) lines.push_back(Cp1250ToUtf8(std::string_view(text).substr(start)));
-  return lines;
-}
-
 bool WriteTextLines(const std::string& path, const std::vector<std::string>& lines, std::string* error) {
   std::string bytes;
   for (const std::string& line : lines) {
@@ -60,16 +46,82 @@ bool WriteTextLines(const std::string& path, const std::vector<std::string>& lin
   return ok;
 }
 
+namespace {
+
+constexpr std::string_view kTemporaryMark = ".saving-";
+
+FileIdentity FromStat(const struct stat& st) {
+  FileIdentity id;
+  id.device = st.st_dev;
+  id.inode = st.st_ino;
+  id.size = static_cast<unsigned long long>(st.st_size);
+  id.modifiedSeconds = st.st_mtim.tv_sec;
+  id.modifiedNanoseconds = st.st_mtim.tv_nsec;
+  return id;
+}
+
+std::string FolderOf(const std::string& path) {
+  std::string folder = fs::path(path).parent_path().string();
+  return folder.empty() ? "." : folder;
+}
+
+}  // namespace
+
+std::optional<FileIdentity> IdentityOf(const std::string& path) {
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0) return std::nullopt;
+  return FromStat(st);
+}
+
+std::optional<FileIdentity> IdentityOfOpenFile(int fd) {
+  struct stat st;
+  if (::fstat(fd, &st) != 0) return std::nullopt;
+  return FromStat(st);
+}
+
+std::string FollowLinks(const std::string& path) {
+  fs::path p(path);
+  std::error_code ec;
+  for (int hop = 0; hop < 40 && fs::is_symlink(fs::symlink_status(p, ec)); ++hop) {
+    fs::path next = fs::read_symlink(p, ec);
+    if (ec) break;
+    p = next.is_absolute() ? next : p.parent_path() / next;
+  }
+  fs::path full = fs::weakly_canonical(p, ec);
+  return ec ? p.string() : full.string();
+}
+
+void RemoveStaleTemporaries(const std::string& target) {
+  const std::string prefix = fs::path(target).filename().string() + std::string(kTemporaryMark);
+  std::vector<fs::path> candidates;
+  std::error_code ec;
+  for (const auto& entry : fs::directory_iterator(FolderOf(target), ec)) {
+    std::string name = entry.path().filename().string();
+    if (name.size() == prefix.size() + 6 && name.compare(0, prefix.size(), prefix) == 0) candidates.push_back(entry.path());
+  }
+  for (const fs::path& candidate : candidates) {
+    int fd = ::open(candidate.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (fd < 0) continue;
+    struct stat st;
+    // A save that is still running holds its file locked.
+    if (::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && ::flock(fd, LOCK_EX | LOCK_NB) == 0) ::unlink(candidate.c_str());
+    ::close(fd);
+  }
+}
+
 AtomicFile::~AtomicFile() {
   if (fd_ >= 0) ::close(fd_);
   if (!temp_.empty() && !committed_) ::unlink(temp_.c_str());
 }
 
 bool AtomicFile::Open() {
-  std::string pattern = target_ + ".XXXXXX";
+  file_ = FollowLinks(target_);
+  RemoveStaleTemporaries(file_);
+  std::string pattern = file_ + std::string(kTemporaryMark) + "XXXXXX";
   fd_ = ::mkostemp(pattern.data(), O_CLOEXEC);
   if (fd_ < 0) return Fail();
   temp_ = pattern;
+  ::flock(fd_, LOCK_EX);  // held until the rename: the file of a running save is not stale
   return true;
 }
 
@@ -86,7 +138,7 @@ bool AtomicFile::Write(std::string_view bytes) {
 bool AtomicFile::Commit(bool sync) {
   struct stat st;
   mode_t mode;
-  if (::stat(target_.c_str(), &st) == 0) {
+  if (::stat(file_.c_str(), &st) == 0) {
     mode = (st.st_mode & 07777) | S_IWUSR;
   } else {
     mode_t mask = ::umask(0);
@@ -94,12 +146,37 @@ bool AtomicFile::Commit(bool sync) {
     mode = 0666 & ~mask;
   }
   if (::fchmod(fd_, mode) != 0 || (sync && ::fsync(fd_) != 0)) return Fail();
+  written_ = IdentityOfOpenFile(fd_);
+  // A second descriptor keeps the lock while the written one is closed and checked.
+  int lock = ::dup(fd_);
   int fd = fd_;
   fd_ = -1;
-  if (::close(fd) != 0) return Fail();
-  if (::rename(temp_.c_str(), target_.c_str()) != 0) return Fail();
-  committed_ = true;
-  return true;
+  bool ok = ::close(fd) == 0 ? Replace(sync) : Fail();
+  if (lock >= 0) ::close(lock);
+  return ok;
+}
+
+bool AtomicFile::Replace(bool sync) {
+  // Saves into one folder take turns here, so that the check and the rename are one step.
+  int folder = ::open(FolderOf(file_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder >= 0) ::flock(folder, LOCK_EX);
+  bool ok = true;
+  if (required_) {
+    auto now = IdentityOf(file_);
+    if (now && *now != *required_) {
+      changedMeanwhile_ = true;
+      error_ = "The file was changed by another program.";
+      ok = false;
+    }
+  }
+  if (ok && ::rename(temp_.c_str(), file_.c_str()) != 0) ok = Fail();
+  if (ok) {
+    committed_ = true;
+    // The rename itself is on the disk only when the folder is.
+    if (sync && folder >= 0 && ::fsync(folder) != 0) ok = Fail();
+  }
+  if (folder >= 0) ::close(folder);
+  return ok;
 }
 
 bool AtomicFile::Fail() {

@@ -32,6 +32,8 @@ void Workspace::Reset() {
   vars.SetCell(kGroupType, 1, GroupTypeWord(GroupKind::None, language));
   vars.WriteTitles(language);
   dataChanged = false;
+  knownFile.clear();
+  knownFileIdentity.reset();
 }
 
 bool Workspace::IsPristine() const {

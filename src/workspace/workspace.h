@@ -3,11 +3,13 @@
 // the core reaches the person (UserChannel) and the window (progress and report hooks).
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "lang/language.h"
 #include "workspace/data_matrix.h"
+#include "workspace/text_files.h"
 #include "workspace/user_channel.h"
 #include "workspace/variable_table.h"
 
@@ -54,10 +56,15 @@ class Workspace {
   bool dataChanged = false;
   bool busy = false;
 
+  // The project file as it was when this workspace last read or wrote it (links followed):
+  // a save over it refuses when another program has changed or replaced it since.
+  std::string knownFile;
+  std::optional<FileIdentity> knownFileIdentity;
+
   int NumberOfVariables() const { return data.NumberOfVariables(); }
   int NumberOfCases() const { return data.NumberOfCases(); }
 
-  // The path after the first blank of the title.
+  // The path after the first blank of the title; empty while the project is untitled.
   std::string CurrentFileName() const;
   void SetCurrentFile(const std::string& path);
 

@@ -2,7 +2,7 @@
 
 #include "frame/data_feed.h"
 #include "frame/report_writer.h"
-#include "memory_workspace.h"
+#include "support/memory_workspace.h"
 
 namespace tarvika {
 namespace {

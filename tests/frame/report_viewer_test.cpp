@@ -3,7 +3,7 @@
 #include <fstream>
 
 #include "frame/report_viewer.h"
-#include "memory_workspace.h"
+#include "support/memory_workspace.h"
 
 namespace tarvika {
 namespace {

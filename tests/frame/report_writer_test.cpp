@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "frame/report_writer.h"
-#include "memory_workspace.h"
+#include "support/memory_workspace.h"
 
 namespace tarvika {
 namespace {
@@ -112,6 +112,27 @@ TEST(ReportWriter, HtmlReportHasItsHeadCellsAndClosingTags) {
   EXPECT_EQ(CrLfLines(m.Output("zuli_akt.html")), expected);
   // On disk the report is Windows-1250: "á" is one byte.
   EXPECT_NE(m.RawOutput("zuli_akt.html").find("<TITLE>Alapstatisztik\xE1k</TITLE>"), std::string::npos);
+}
+
+TEST(ReportWriter, TitledTablesKeepEveryHeadingInPlaceAndEscapeHtml) {
+  MemoryWorkspace m({{"a"}}, {{"1"}});
+  {
+    ReportWriter report(m.ws);
+    ASSERT_TRUE(report.OpenReport("Title"));
+    report.BeginTitledTable("T", {"", "b", "c"});  // an empty first heading still leads its column
+    report.EndTable();
+    ASSERT_TRUE(report.CloseReport());
+    const std::vector<std::string> lines = CrLfLines(m.Output("zuli_akt.txt"));
+    EXPECT_EQ(std::vector<std::string>(lines.end() - 2, lines.end()), (std::vector<std::string>{"T", "\tb\tc"}));
+  }
+  ReportWriter report(m.ws, ReportFormat::Html);
+  ASSERT_TRUE(report.OpenReport("Title"));
+  report.BeginTitledTable("x < y", {"a & b"});
+  report.EndTable();
+  ASSERT_TRUE(report.CloseReport());
+  const std::string html = m.Output("zuli_akt.html");
+  EXPECT_NE(html.find(">x &lt; y</TD>"), std::string::npos);
+  EXPECT_NE(html.find(">a &amp; b</TD>"), std::string::npos);
 }
 
 TEST(ReportWriter, AFullDiskIsToldAtTheClose) {

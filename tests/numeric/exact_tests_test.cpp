@@ -6,7 +6,7 @@
 #include <string>
 
 #include "numeric/probability.h"
-#include "reference_csv.h"
+#include "support/reference_csv.h"
 
 namespace tarvika {
 namespace {

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "../frame/memory_workspace.h"
+#include "support/memory_workspace.h"
 #include "frame/analysis_request.h"
 #include "frame/analysis_dialogs.h"
 #include "analyses/command_table.h"
@@ -78,6 +78,8 @@ struct Case {
   std::vector<std::string> selected;
   std::string conditional;
 };
+
+void PrintTo(const Case& c, std::ostream* out) { *out << c.expected; }
 
 class BasicReport : public ::testing::TestWithParam<Case> {};
 

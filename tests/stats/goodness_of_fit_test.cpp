@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "../numeric/reference_csv.h"
+#include "support/reference_csv.h"
 
 namespace tarvika {
 namespace {

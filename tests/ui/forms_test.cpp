@@ -131,6 +131,7 @@ class FormsTest : public QObject {
     QCOMPARE(viewer->windowTitle(), QString::fromStdString(LastReportPath(root_.string())));
     QString shown = viewer->PageEdit(ReportViewer::kLast)->toPlainText();
     fs::create_directories(root_ / "cli");
+    fs::copy(TARVIKA_SOURCE_DIR "/data/stattab", root_ / "cli" / "stattab");
     QString expected = CliReport("--program-dir '" + (root_ / "cli").string() + "' run '" + project_.toStdString() +
                                  "' --command 11 --vars Wr.Hnd,NW.Hnd,Pulse,Height,Age --cond Smoke --lang en");
     QVERIFY(expected.startsWith("|| Tarvika 2.0\n"));

@@ -81,6 +81,10 @@ class MainWindowTest : public QObject {
     // A group type typed in is refused; one from the list is taken.
     QVERIFY(!vars->model()->setData(vars->model()->index(0, kGroupType), "sometimes"));
     QCOMPARE(QString::fromStdString(user.told.back()), QString("Használja a leomló listát a beírásra!"));
+    // A ";" in a long name would be cut by the project file: refused, the cell kept.
+    QVERIFY(!vars->model()->setData(vars->model()->index(0, kLongName), "Age; years"));
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("A hosszú név nem tartalmazhat \";\" karaktert."));
+    QCOMPARE(Cell(vars, 0, kLongName), QString("Életkor (év)"));
 
     window.RunCommand("settings.language");
     QCOMPARE(MenuTitles(window).first(), QString("File"));

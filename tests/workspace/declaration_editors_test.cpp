@@ -52,6 +52,32 @@ TEST(LabelEditor, CodeChecks) {
   EXPECT_EQ(user.asked.back(), "Any pending Add or Change operations will be lost.\r\nDo you want to exit however?");
 }
 
+TEST(LabelEditor, SeparatorsOfTheProjectFileAreRefusedWhereTheyAreTyped) {
+  // A ";" would end the value in the project file and cut the text on the next load.
+  ScriptedChannel user;
+  LabelEditor codes(false, "", '.');
+  EXPECT_FALSE(codes.Add(user, Language::English, {"1", "", "yes; sure"}));
+  EXPECT_EQ(user.told.back(), "A group label cannot contain \";\".");
+  LabelEditor bands(true, "", ',');
+  EXPECT_FALSE(bands.Add(user, Language::Hungarian, {"0", "10", "low;"}));
+  EXPECT_EQ(user.told.back(), "A csoportnév nem tartalmazhat \";\" karaktert.");
+  EXPECT_TRUE(codes.Add(user, Language::English, {"1", "", "yes/no"}));  // a "/" reads back whole
+  EXPECT_EQ(codes.Text(), "1=yes/no;/");
+
+  Workspace ws(user, Language::English, '.');
+  EXPECT_FALSE(CheckDeclarationText(ws, kLongName, "Income; monthly"));
+  EXPECT_EQ(user.told.back(), "A long name cannot contain \";\".");
+  EXPECT_FALSE(CheckDeclarationText(ws, kShortName, "a;b"));
+  EXPECT_EQ(user.told.back(), "A short name cannot contain \";\".");
+  ws.language = Language::Hungarian;
+  EXPECT_FALSE(CheckDeclarationText(ws, kHelp, "x;"));
+  EXPECT_EQ(user.told.back(), "A súgószöveg nem tartalmazhat \";\" karaktert.");
+  std::size_t told = user.told.size();
+  EXPECT_TRUE(CheckDeclarationText(ws, kLongName, "Income, monthly / net"));
+  EXPECT_TRUE(CheckDeclarationText(ws, kMissing, "9;"));  // repaired by the validation instead
+  EXPECT_EQ(user.told.size(), told);
+}
+
 TEST(LabelEditor, IntervalChecksAndOrder) {
   ScriptedChannel user;
   LabelEditor iv(true, "10_20=mid;/", '.');

@@ -45,6 +45,22 @@ TEST(ShortNames, LongAndEqualNamesBecomeUniqueAndKeepTheirFullName) {
   EXPECT_EQ(f.Var(kLongName, 4), "");
 }
 
+TEST(ShortNames, ManyEqualNamesTakeTheNextFreeCounterEach) {
+  // Unnamed variables all clash; a name taken by hand is skipped, and the counter goes on
+  // past two digits.
+  std::vector<std::string> names(150, "");
+  names[2] = "~01";
+  Fixture f(names);
+  NormaliseShortNames(f.ws);
+  EXPECT_EQ(f.Var(kShortName, 1), "");
+  EXPECT_EQ(f.Var(kShortName, 2), "~00");
+  EXPECT_EQ(f.Var(kShortName, 3), "~01");
+  for (int v = 4; v <= 150; ++v) {
+    std::string counter = std::to_string(v - 2);
+    EXPECT_EQ(f.Var(kShortName, v), "~" + std::string(counter.size() < 2 ? "0" : "") + counter) << v;
+  }
+}
+
 TEST(ShortNames, DuplicatesIgnoringCaseAreListedAndEmptyNamesAsked) {
   Fixture f({"age", "Score", "AGE", "", "x"});
   f.user.QueueText("newname");

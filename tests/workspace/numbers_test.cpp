@@ -56,6 +56,26 @@ TEST(Numbers, CleanNumberNormalisesTypedText) {
   EXPECT_EQ(CleanNumber("abc", '.'), std::nullopt);
 }
 
+TEST(Numbers, CleaningACleanedNumberChangesNothing) {
+  // More than 15 digits are lost once, to the general format; the exponent form that gives
+  // must not then lose the mantissa's digits beyond the 11th as if they were decimals.
+  EXPECT_EQ(CleanNumber("1234567890123456", '.'), "1.23456789012346E15");
+  EXPECT_EQ(CleanNumber("1.23456789012346E15", '.'), "1.23456789012346E15");
+  EXPECT_EQ(CleanNumber("1,23456789012346E15", ','), "1,23456789012346E15");
+  // Typed decimals are still cut after the 11th, exponent or not.
+  EXPECT_EQ(CleanNumber("1.234567890123456E3", '.'), "1234.56789012");
+  const char* texts[] = {"1234567890123456", "-98765432109876543", "123456789012345678901234567890",
+                         "0.0000123456789012345", "1.5E-20", "-1.2345678901234567E-7", "9.99999999999999999E14",
+                         "0.1234567890123456789", "12345678.123456789", "1e300", "007.50", " 1,25"};
+  for (const char* text : texts) {
+    for (char sep : {'.', ','}) {
+      auto once = CleanNumber(text, sep);
+      ASSERT_TRUE(once) << text;
+      EXPECT_EQ(CleanNumber(*once, sep), once) << text << " -> " << *once;
+    }
+  }
+}
+
 TEST(Numbers, PlainDecimalsReadExactlyAsTheGeneralParser) {
   // Cells of up to 15 digits take a shorter path; it must give the correctly rounded double.
   std::uint64_t state = 7;

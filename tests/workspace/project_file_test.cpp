@@ -3,69 +3,16 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "project_file_fixture.h"
 #include "workspace/numbers.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
 namespace {
-
-namespace fs = std::filesystem;
-
-std::string ReadBytes(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
-void WriteBytes(const fs::path& path, std::string_view bytes) {
-  std::ofstream out(path, std::ios::binary);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
-// A header in the form the program writes, for n numeric variables a, b, c, ...
-std::string Header(int n, int m, std::string_view extra = "") {
-  std::string s = "<Tarvika_for_windows>=2.0;\r\n<variables>=" + std::to_string(n) +
-                  ";\r\n<cases>=" + std::to_string(m) + ";\r\n";
-  s += extra;
-  for (int i = 1; i <= n; ++i) {
-    s += "#=" + std::to_string(i) + ";\r\n<name>=" + std::string(1, static_cast<char>('a' + i - 1)) +
-         ";\r\n$num=0_0;\r\n<labels>=;\r\n<missing>=;\r\n";
-  }
-  return s + "<datamatrix>=;\r\n";
-}
-
-class ProjectFileTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    dir = fs::temp_directory_path() /
-          ("tarvika_project_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    ws.programFolder = dir.string();
-    ws.hooks.progress = [this](std::string_view text, std::string_view) { progress.emplace_back(text); };
-  }
-  void TearDown() override { fs::remove_all(dir); }
-
-  std::string Write(const std::string& name, std::string_view bytes) {
-    WriteBytes(dir / name, bytes);
-    return (dir / name).string();
-  }
-  std::string Cell(int c, int r) const { return std::string(ws.data.GetCell(c, r)); }
-  std::string Decl(int col, int r) const { return std::string(ws.vars.GetCell(col, r)); }
-
-  fs::path dir;
-  ScriptedChannel user;
-  Workspace ws{user, Language::English, '.'};
-  std::vector<std::string> progress;
-};
 
 TEST_F(ProjectFileTest, HeaderKeysLabelsAndLineEnds) {
   const std::string body =
@@ -237,37 +184,6 @@ TEST_F(ProjectFileTest, CleanNumberShortcutAgreesWithCleanNumber) {
   }
 }
 
-// The workspace of the round trip: Hungarian letters, empty cells, a help text of two
-// lines, labels of codes and of intervals, missing codes, each group type.
-void FillRoundTrip(Workspace& ws) {
-  ws.data.Resize(5, 4);
-  ws.vars.SetRowCount(5);
-  const char* names[] = {"", "kor", "nem", "jövedel", "megj"};
-  const char* longs[] = {"", "Életkor (év)", "Nem", "Havi jövedelem", "Megjegyzés: ő, ű, Ő, Ű, á"};
-  const char* types[] = {"", "num=0_120;", "num=0_0", "num=0_1000000;", "string=40;"};
-  const char* groupTypes[] = {"", "nincs", "kódokkal", "övezetekkel", "none"};
-  const char* labels[] = {"", "", "1=férfi;/2=nő;/", "0_1000=alacsony;/1000_5000=közepes;/", ""};
-  const char* missing[] = {"", "99", "9/99/999", "900_999/-1", ""};
-  for (int i = 1; i <= 4; ++i) {
-    ws.vars.SetCell(kIndex, i, std::to_string(i));
-    ws.vars.SetCell(kShortName, i, names[i]);
-    ws.vars.SetCell(kLongName, i, longs[i]);
-    ws.vars.SetCell(kType, i, types[i]);
-    ws.vars.SetCell(kGroupType, i, groupTypes[i]);
-    ws.vars.SetCell(kGroupLabels, i, labels[i]);
-    ws.vars.SetCell(kMissing, i, missing[i]);
-    ws.data.SetCell(i, 0, names[i]);
-  }
-  ws.vars.SetCell(kHelp, 1, "Első sor\r\nmásodik sor");
-  ws.vars.SetCell(kRole, 1, "x");  // scratch: never saved
-  const char* cells[][4] = {
-      {"34", "1", "1250.5", "Őszi űrlap, árvíztűrő"}, {"", "2", "", ""}, {"71", "", "999", "ŐŰ"}};
-  for (int r = 1; r <= 3; ++r) {
-    ws.data.SetCell(0, r, std::to_string(r));
-    for (int c = 1; c <= 4; ++c) ws.data.SetCell(c, r, cells[r - 1][c - 1]);
-  }
-}
-
 TEST_F(ProjectFileTest, SaveWritesTheExpectedBytesAndLoadsBack) {
   FillRoundTrip(ws);
   const std::string path = (dir / "trip.msw").string();
@@ -333,23 +249,35 @@ TEST_F(ProjectFileTest, DamagedFilesKeepWhatWasRead) {
   }
   EXPECT_FALSE(fs::exists(dir / "last.mod"));
 
-  // Cut off in the data: the rows read stay, the rest is empty; the load goes on as usual.
+  // Cut off in the data: the rows read stay, the rest is empty; the load goes on as usual,
+  // but the project is untitled, so that the partial tables are not saved over the file.
   user.told.clear();
   const std::string cut = Write("cut.msw", Header(2, 4) + "1\t2\r\n3\t4\r\n");
   EXPECT_EQ(LoadProject(ws, cut), LoadResult::Damaged);
-  EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file"});
+  const std::string untitled = "The project is untitled now: save it under a new name.";
+  EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file\r\nRead: the declarations of 2 of 2 "
+                                                "variables and 2 of 4 cases. " + untitled});
   EXPECT_EQ(ws.NumberOfCases(), 4);
   EXPECT_EQ(Cell(2, 2), "4");
   EXPECT_EQ(Cell(1, 3), "");
   EXPECT_EQ(Cell(0, 4), "4");
   EXPECT_EQ(Cell(2, 0), "b");
-  EXPECT_EQ(ws.title, "Tarvika: " + cut);
+  EXPECT_EQ(ws.title, "Tarvika: ");
+  EXPECT_EQ(ws.CurrentFileName(), "");
   EXPECT_EQ(ReadBytes(dir / "last.mod"), cut + "\r\n");
+  const std::string cutBytes = ReadBytes(cut);
+  user.told.clear();
+  EXPECT_FALSE(SaveProject(ws, ws.CurrentFileName()));
+  EXPECT_EQ(user.told, std::vector<std::string>{"The project has no file name yet: save it under a new name."});
+  EXPECT_EQ(ReadBytes(cut), cutBytes);
 
   // A blank header line and a non-numeric count stop the header where they stand.
   std::string blank = Header(2, 1);
   blank.insert(blank.find("#=2;"), "\r\n");
+  user.told.clear();
   EXPECT_EQ(LoadProject(ws, Write("blank.msw", blank + "1\t2\r\n")), LoadResult::Damaged);
+  EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file\r\nRead: the declarations of 1 of 2 "
+                                                "variables and 0 of 1 cases. " + untitled});
   EXPECT_EQ(Decl(kShortName, 1), "a");
   EXPECT_EQ(Decl(kShortName, 2), "");
   EXPECT_EQ(Cell(1, 1), "");
@@ -358,7 +286,8 @@ TEST_F(ProjectFileTest, DamagedFilesKeepWhatWasRead) {
   cases.replace(cases.find("<cases>=1;"), 10, "<cases>=ten;");
   user.told.clear();
   EXPECT_EQ(LoadProject(ws, Write("cases.msw", cases + "1\t2\r\n")), LoadResult::Damaged);
-  EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file"});
+  EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file\r\nRead: the declarations of 0 of 2 "
+                                                "variables and 0 of ? cases. " + untitled});
   EXPECT_EQ(ws.NumberOfVariables(), 2);
   EXPECT_EQ(Decl(kShortName, 1), "");
   EXPECT_EQ(Cell(1, 1), "");
@@ -367,7 +296,9 @@ TEST_F(ProjectFileTest, DamagedFilesKeepWhatWasRead) {
   ws.SetLanguage(Language::Hungarian);
   user.told.clear();
   EXPECT_EQ(LoadProject(ws, Write("h.msw", Header(1, 2).substr(0, 40))), LoadResult::Damaged);
-  EXPECT_EQ(user.told, std::vector<std::string>{"Hibás vagy sérült Tarvika fájl!"});
+  EXPECT_EQ(user.told, std::vector<std::string>{"Hibás vagy sérült Tarvika fájl!\r\nBeolvasva: ? változó közül 0 "
+                                                "deklarációja és ? eset közül 0. A projekt most névtelen: mentse "
+                                                "új néven."});
 }
 
 TEST_F(ProjectFileTest, SaveFailuresLeaveTheOldFileAndNoLitter) {
@@ -414,7 +345,7 @@ TEST_F(ProjectFileTest, CompanionFilesAndProgress) {
   EXPECT_EQ(other.vars.GetCell(kGroupType, 0), "kódokkal");
 
   // Recent files: a load moves its path to the end without doubles, ignoring case; a save
-  // puts its path first and keeps doubles.
+  // adds its path at the end too and keeps doubles.
   std::string rows;
   for (int r = 1; r <= 2500; ++r) rows += std::to_string(r) + "\r\n";
   const std::string a = Write("a.msw", Header(1, 2500) + rows);
@@ -430,7 +361,8 @@ TEST_F(ProjectFileTest, CompanionFilesAndProgress) {
   const std::string b = (dir / "b.txt").string();
   ASSERT_TRUE(SaveProject(ws, b));
   ASSERT_TRUE(SaveProject(ws, b));
-  EXPECT_EQ(LoadRecentFiles(ws), (std::vector<std::string>{b, b, "/x/y.msw", a}));
+  EXPECT_EQ(LoadRecentFiles(ws), (std::vector<std::string>{"/x/y.msw", a, b, b}));
+  EXPECT_EQ(RecentFilesToShow(ws).front(), b);  // the file just saved is the newest
   EXPECT_EQ(progress, (std::vector<std::string>{"Writing cases: 1000", "Writing cases: 2000",
                                                 "Writing cases: 2500", "", "Writing cases: 1000",
                                                 "Writing cases: 2000", "Writing cases: 2500", ""}));

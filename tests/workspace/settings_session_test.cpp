@@ -169,6 +169,64 @@ TEST_F(ProgramFolder, EndingAPristineSessionAsksNothingAndRemovesEmptyOutputFold
   EXPECT_TRUE(s.ws.IsPristine());
 }
 
+TEST_F(ProgramFolder, ASaveThatFailsStopsExitNewAndOpenAndKeepsTheWork) {
+  ScriptedChannel user;
+  Session s(user);
+  ASSERT_EQ(s.StartUp(Options()), StartResult::Ready);
+  s.ws.language = Language::English;
+  const std::string other = (root / "dat" / "other.msw").string();
+  WriteFile(other, "<Tarvika_for_windows>=2.0;\r\n<variables>=1;\r\n<cases>=1;\r\n#=1;\r\n<name>=x;\r\n"
+                   "$num=0_0;\r\n<datamatrix>=;\r\n7\r\n");
+  s.ws.SetCurrentFile((root / "no_such_folder" / "work.msw").string());
+  s.ws.data.SetCell(1, 1, "5");
+  auto workKept = [&] { return s.ws.data.GetCell(1, 1) == "5" && s.ws.CurrentFileName().ends_with("work.msw"); };
+
+  user.QueueAnswer(Answer::Yes);  // leave
+  user.QueueAnswer(Answer::Yes);  // save
+  EXPECT_FALSE(s.EndSession());
+  EXPECT_TRUE(workKept());
+  EXPECT_EQ(user.told.back().rfind("The file cannot be written: ", 0), 0u) << user.told.back();
+  user.QueueAnswer(Answer::Yes);
+  EXPECT_FALSE(s.NewProject());
+  EXPECT_TRUE(workKept());
+  user.QueueAnswer(Answer::Yes);
+  EXPECT_FALSE(s.OpenProject(other));
+  EXPECT_TRUE(workKept());
+
+  // Declining to save still lets each go on.
+  user.QueueAnswer(Answer::No);
+  EXPECT_TRUE(s.OpenProject(other));
+  EXPECT_EQ(s.ws.data.GetCell(1, 1), "7");
+}
+
+TEST_F(ProgramFolder, AnUntitledProjectAsksForANameWhenItIsSaved) {
+  ScriptedChannel user;
+  Session s(user);
+  ASSERT_EQ(s.StartUp(Options()), StartResult::Ready);
+  s.ws.language = Language::English;
+  const std::string damaged = (root / "dat" / "cut.msw").string();
+  const std::string bytes = "<Tarvika_for_windows>=2.0;\r\n<variables>=1;\r\n<cases>=3;\r\n#=1;\r\n<name>=x;\r\n"
+                            "$num=0_0;\r\n<datamatrix>=;\r\n7\r\n";
+  WriteFile(damaged, bytes);
+  EXPECT_FALSE(s.OpenProject(damaged));
+  EXPECT_EQ(s.ws.CurrentFileName(), "");
+  EXPECT_EQ(s.ws.data.GetCell(1, 1), "7");
+
+  // Refusing a name keeps the program open; a name saves there, not over the damaged file.
+  user.QueueAnswer(Answer::Yes);
+  user.QueueAnswer(Answer::Yes);
+  user.QueueText(std::nullopt);
+  EXPECT_FALSE(s.EndSession());
+  EXPECT_EQ(user.asked.back(), "The project is untitled. Save it as");
+  const std::string rescued = (root / "dat" / "rescued").string();
+  user.QueueAnswer(Answer::Yes);
+  user.QueueAnswer(Answer::Yes);
+  user.QueueText(rescued);
+  EXPECT_TRUE(s.EndSession());
+  EXPECT_TRUE(fs::exists(rescued + ".msw"));
+  EXPECT_EQ(ReadFile(damaged), bytes);
+}
+
 TEST_F(ProgramFolder, AnImportedFileAsksBeforeOverwritingAProject) {
   ScriptedChannel user;
   Session s(user);

@@ -84,31 +84,37 @@ std::string CountTableBytes(int firstN, int lastN, Counts counts) {
   return bytes;
 }
 
-// One line per row: the df, then q times 100 for k = 2 to 20 at 0.10, at 0.05, at 0.01.
+// One line per row (StudentizedRangeLine).
 std::string StudentizedRangeText() {
   std::string text;
-  for (int df : kStudentizedRangeDf) {
-    text += fmt::format("{:3d}", df);
-    for (double alpha : kLevels) {
-      for (int k = 2; k <= kStudentizedRangeMaxK; ++k) {
-        text += fmt::format(" {:4d}", Hundredths(StudentizedRangeQuantile(alpha, k, df)));
-      }
-    }
-    text += '\n';
-  }
+  for (int df : kStudentizedRangeDf) text += StudentizedRangeLine(df);
   return text;
 }
 
 }  // namespace
 
+std::string StudentizedRangeLine(int df) {
+  std::string line = fmt::format("{:3d}", df);
+  for (double alpha : kLevels) {
+    for (int k = 2; k <= kStudentizedRangeMaxK; ++k) {
+      line += fmt::format(" {:4d}", Hundredths(StudentizedRangeQuantile(alpha, k, df)));
+    }
+  }
+  return line + '\n';
+}
+
+std::string TableFileBytes(std::string_view name) {
+  if (name == kFTableFile) return FTableText();
+  if (name == kFMatrixFile) return FMatrixBytes();
+  if (name == kCriticalTableFile) return CriticalTableBytes();
+  if (name == kWilcoxonTableFile) return CountTableBytes(kWilcoxonFirstN, kWilcoxonLastN, SignedRankCounts);
+  if (name == kSignTableFile) return CountTableBytes(kSignFirstN, kSignLastN, SignCounts);
+  if (name == kStudentizedRangeFile) return StudentizedRangeText();
+  throw std::invalid_argument("no table file " + std::string(name));
+}
+
 void WriteStatTables(const std::filesystem::path& folder) {
-  const auto path = [&](std::string_view name) { return folder / std::string(name); };
-  WriteFile(path(kFTableFile), FTableText());
-  WriteFile(path(kFMatrixFile), FMatrixBytes());
-  WriteFile(path(kCriticalTableFile), CriticalTableBytes());
-  WriteFile(path(kWilcoxonTableFile), CountTableBytes(kWilcoxonFirstN, kWilcoxonLastN, SignedRankCounts));
-  WriteFile(path(kSignTableFile), CountTableBytes(kSignFirstN, kSignLastN, SignCounts));
-  WriteFile(path(kStudentizedRangeFile), StudentizedRangeText());
+  for (std::string_view name : kTableFiles) WriteFile(folder / std::string(name), TableFileBytes(name));
 }
 
 }  // namespace tarvika::stattab
