@@ -68,7 +68,7 @@ BENCHMARK(BM_ReadRow)->Unit(benchmark::kMillisecond);
 
 void BM_BasicDescriptiveStatistics(benchmark::State& state) {
   Workspace& ws = BigWorkspace();
-  AnalysisRequest request = BuildRequest(ws, 11, kVariables);
+  AnalysisRequest request = BuildRequest(ws, kBasicStatistics, kVariables);
   for (int v = 1; v <= kVariables; ++v) request.role[v] = 'X';
   for (auto _ : state) RunRequest(ws, request);
 }

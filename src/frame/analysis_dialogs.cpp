@@ -250,8 +250,7 @@ PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
     if (role == "X" || role == "Y") ++selectedCount;
   }
   if (dialog.kind == DialogKind::SingleSample) selectedCount = static_cast<int>(dialog.selected.size());
-  run.request = BuildRequest(ws, code, selectedCount);
-  run.request.dialog = dialog.kind;
+  run.request = BuildRequest(ws, code, selectedCount, dialog.kind);
   for (const ParameterDefinition& param : DialogParameters(dialog.kind)) {
     if (!param.perVariable) run.request.parameters[std::string(param.name)] = dialog.Value(param.name);
   }

@@ -39,10 +39,10 @@ bool AnalysisRequest::Get(FlagParameter p) const { return Text(p.name, p.kind) =
 std::string_view AnalysisRequest::Get(ChoiceParameter p) const { return Text(p.name, p.kind); }
 std::string_view AnalysisRequest::Get(TextParameter p) const { return Text(p.name, p.kind); }
 
-AnalysisRequest BuildRequest(const Workspace& ws, int commandCode, int numberOfSelected) {
+AnalysisRequest BuildRequest(const Workspace& ws, int commandCode, int numberOfSelected, DialogKind dialog) {
   AnalysisRequest r;
   r.commandCode = commandCode;
-  r.dialog = commandCode >= 30 ? DialogKind::Relations : commandCode >= 20 ? DialogKind::Groups : DialogKind::SingleSample;
+  r.dialog = dialog;
   r.numberOfCases = ws.NumberOfCases();
   r.numberOfVariables = ws.NumberOfVariables();
   r.numberOfSelected = numberOfSelected;

@@ -56,9 +56,8 @@ std::uint8_t ScaleKindOf(std::string_view word);
 
 // Fills the request from the tables: counts, Role[] from the first letter of each Role
 // cell, ScaleKind[] from the Attribute cell, copies of the names.
-// The dialog of the request is the one whose codes hold commandCode (11-16 single-sample,
-// 21-26 groups, 31-35 relationship).
-AnalysisRequest BuildRequest(const Workspace& ws, int commandCode, int numberOfSelected);
+AnalysisRequest BuildRequest(const Workspace& ws, int commandCode, int numberOfSelected,
+                             DialogKind dialog = DialogKind::SingleSample);
 
 // The variables an analysis reads, as positions 1..K of the feed: all "X" in table order,
 // then all "C", then the first "G", last the "N". columns[0] is unused.

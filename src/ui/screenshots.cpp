@@ -39,13 +39,14 @@ bool WriteScreenshots(MainWindow& window, const QString& folder) {
     form->SetConditional(form->SourceListWidget()->item(form->SourceListWidget()->count() - 1)->text());
   }
   const std::pair<int, const char*> commands[] = {
-      {12, "dialog_detailed"}, {13, "dialog_frequency"}, {14, "dialog_tests"}, {15, "dialog_normality"}};
+      {kDetailedStatistics, "dialog_detailed"}, {kFrequencies, "dialog_frequency"},
+      {kMeanMedianTests, "dialog_tests"},       {kNormalityTests, "dialog_normality"}};
   for (auto [code, name] : commands) {
     form->SetCommand(code);
-    if (code == 15) form->SetParameter("saveStandardized", "Yes");  // the toggle in its "on" colour
+    if (code == kNormalityTests) form->SetParameter("saveStandardized", "Yes");  // the toggle in its "on" colour
     save(form, name);
   }
-  form->SetCommand(11);
+  form->SetCommand(kBasicStatistics);
   if (form->Run() != RunResult::Ran) return false;
   save(window.Reports(), "viewer");
   return ok;
