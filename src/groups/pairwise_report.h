@@ -1,7 +1,12 @@
 #pragma once
 // The printed tables of the pairwise post hoc comparisons: a heading, then one cell per
-// pair ("T1 2= 3.45**"), five to a line for Tukey, four for Games-Howell with the pair's df;
+// pair ("T12= 3.45**"), five to a line for Tukey, four for Games-Howell with the pair's df;
 // and the table of each level against the rest.
+//
+// In an analysis whose command row asks for StatTable::StudentizedRange:
+//   const PairwiseResult tukey = PairwiseComparisons(PairwiseMethod::TukeyKramer, groups, k, df, msError,
+//                                                    run.tables.studentizedRange);
+//   WritePairwiseComparisons(run.report, PairwiseKind::Means, tukey);
 
 #include <string>
 #include <string_view>
