@@ -41,11 +41,6 @@ TEST(PairwiseReport, TukeyCellsFiveToALine) {
                 "    T34= 1.00  ",
                 "",
             }));
-  // The adjusted means keep their narrow heading; the Hungarian rank means their two blanks.
-  EXPECT_EQ(OneWayPairwiseHeading(Language::English, PairwiseMethod::TukeyKramer, PairwiseKind::AdjustedMeans, 3, 7),
-            std::vector<std::string>{"Tukey-Kramer pairwise comparison of adjusted means (k=3, df=7):"});
-  EXPECT_EQ(OneWayPairwiseHeading(Language::Hungarian, PairwiseMethod::TukeyKramer, PairwiseKind::RankMeans, 3, 7),
-            std::vector<std::string>{"Rangátlagok Tukey-Kramer-féle páronkénti összehasonlítása  (k = 3, df = 7):"});
   // Nothing at all without pairs.
   result.pairs.clear();
   EXPECT_TRUE(
@@ -79,20 +74,10 @@ TEST(PairwiseReport, GamesHowellCellsWithTheirDfFourToALine) {
             }));
 }
 
-TEST(PairwiseReport, FactorHeadings) {
-  EXPECT_EQ(TukeyForFactorHeading(Language::English, FactorMeans::NamedFactor, "TIME", 4, 27),
-            std::vector<std::string>{"Tukey-type pairwise comparison of means for factor TIME (k = 4, df = 27):"});
-  EXPECT_EQ(TukeyForFactorHeading(Language::Hungarian, FactorMeans::NamedFactor, "TIME", 4, 27),
-            std::vector<std::string>{"TIME: szintátlagok Tukey-féle páronkénti összehasonlítása (k = 4, f = 27):"});
-  EXPECT_EQ(GamesHowellForFactorHeading(Language::English, true, "A"),
-            std::vector<std::string>{"Games-Howell pairwise comparison of trimmed means for factor A (population "
-                                     "variances may differ, df's are in parentheses):"});
-  // The level comparisons of a two-way design: the variance note on a line of its own.
+TEST(PairwiseReport, LevelHeadingOfGamesHowellHasTheVarianceNoteOnItsOwnLine) {
   EXPECT_EQ(LevelsPairwiseHeading(Language::Hungarian, PairwiseMethod::GamesHowell, false, "B", 3, 40),
             (std::vector<std::string>{"B: szintátlagok Games-Howell-féle páronkénti összehasonlítása",
                                       "(elméleti szórások különbözhetnek, zárójelben a szabadságfokok):"}));
-  EXPECT_EQ(LevelsPairwiseHeading(Language::English, PairwiseMethod::TukeyKramer, true, "B", 3, 40),
-            std::vector<std::string>{"Tukey-Kramer pairwise comparison of trimmed means (k = 3, df = 40) for factor: B"});
 }
 
 TEST(PairwiseReport, EachLevelAgainstTheRest) {
