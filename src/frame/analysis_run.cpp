@@ -16,6 +16,7 @@ void LoadTables(const std::vector<StatTable>& wanted, const std::string& program
       case StatTable::F: tables.f = LoadFTable(folder); break;
       case StatTable::Wilcoxon: tables.wilcoxon = LoadWilcoxonTable(folder); break;
       case StatTable::Sign: tables.sign = LoadSignTable(folder); break;
+      case StatTable::StudentizedRange: tables.studentizedRange = LoadStudentizedRangeTable(folder); break;
     }
   }
 }

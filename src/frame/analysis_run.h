@@ -32,6 +32,7 @@ struct RunOutcome {
 struct LoadedTables {
   FTable f;
   CriticalCountTable wilcoxon, sign;
+  StudentizedRangeTable studentizedRange;
 };
 
 class AnalysisRun {

@@ -70,7 +70,7 @@ struct OutputName {
 };
 
 // The statistical tables a command reads; they are loaded before the report is truncated.
-enum class StatTable { F, Wilcoxon, Sign };
+enum class StatTable { F, Wilcoxon, Sign, StudentizedRange };
 
 // The analysis of a command: called once per run by the frame, after the report is open
 // and the groups are found; it walks the groups with AnalysisRun::ForEachGroup.

@@ -159,6 +159,58 @@ FMatrix LoadFMatrix(const std::filesystem::path& folder) {
   return matrix;
 }
 
+StudentizedRangeTable LoadStudentizedRangeTable(const std::filesystem::path& folder) {
+  // The file is known as "TSTAB.TXT" in the message of a missing file; the lookup ignores case.
+  std::ifstream in(RequireTableFile(folder, "TSTAB.TXT"));
+  StudentizedRangeTable table;
+  for (StudentizedRangeTable::Row& row : table.rows) {
+    in >> row.df;
+    for (auto& level : row.critical) {
+      for (int& value : level) in >> value;
+    }
+  }
+  return table;
+}
+
+std::array<double, 3> StudentizedRangeCritical(const StudentizedRangeTable& table, int k, int df) {
+  std::array<double, 3> critical{};
+  if (df < 3 || k < 2) return critical;
+  const size_t column = static_cast<size_t>(std::min(k, kStudentizedRangeMaxK) - 2);
+  const auto& rows = table.rows;
+  const auto& last = rows.back();
+  if (df <= 20) {
+    for (size_t i = 0; i < 3; ++i) critical[i] = Scaled(rows[static_cast<size_t>(df - 3)].critical[i][column]);
+  } else if (df >= last.df) {
+    // As with F: critical q are nearly linear in 1/df, and the last row is computed at its
+    // df, so the values beyond it approach the limit rather than stay at the last row.
+    const double share = static_cast<double>(last.df) / df;
+    for (size_t i = 0; i < 3; ++i) {
+      const double limit = kStudentizedRangeLimit[i][column];
+      critical[i] = Scaled(limit + share * (last.critical[i][column] - limit));
+    }
+  } else {
+    size_t upper = 18;  // the first row after df 20 whose df is above df
+    while (upper + 1 < rows.size() && rows[upper].df <= df) ++upper;
+    const auto& high = rows[upper];
+    const auto& low = rows[upper - 1];
+    const double share = high.df > low.df ? static_cast<double>(df - low.df) / (high.df - low.df) : 1.0;
+    for (size_t i = 0; i < 3; ++i) {
+      const double lowValue = low.critical[i][column];
+      critical[i] = Scaled(lowValue + share * (high.critical[i][column] - lowValue));
+    }
+  }
+  return critical;
+}
+
+std::string_view QMark(const StudentizedRangeTable& table, int k, int df, double q) {
+  if (q < 2.33 || df < 3 || k < 2) return "  ";
+  const std::array<double, 3> critical = StudentizedRangeCritical(table, k, df);
+  if (q >= critical[2]) return "**";
+  if (q >= critical[1]) return "* ";
+  if (q >= critical[0]) return "+ ";
+  return "  ";
+}
+
 double CriticalFAt(const FTable& table, int denominatorDF, int confidencePercent) {
   FTabResult f = FTabLookup(table, 1, denominatorDF, 0);
   switch (confidencePercent) {

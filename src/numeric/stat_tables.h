@@ -21,7 +21,7 @@ inline constexpr std::string_view kFMatrixFile = "ftab.mst";            // 6-byt
 inline constexpr std::string_view kCriticalTableFile = "CTABW.MST";     // 6-byte reals
 inline constexpr std::string_view kWilcoxonTableFile = "WILC.MST";      // 3-byte records
 inline constexpr std::string_view kSignTableFile = "SIGN.MST";          // 3-byte records
-inline constexpr std::string_view kStudentizedRangeFile = "tstab.txt";  // text
+inline constexpr std::string_view kStudentizedRangeFile = "tstab.txt";  // text (told as "TSTAB.TXT")
 inline constexpr std::array<std::string_view, 6> kTableFiles = {
     kFTableFile, kFMatrixFile, kCriticalTableFile, kWilcoxonTableFile, kSignTableFile, kStudentizedRangeFile};
 
@@ -114,6 +114,38 @@ CriticalCountTable LoadSignTable(const std::filesystem::path& folder);
 
 // "CTABW.MST": 40 values in file order.
 std::array<double, kCriticalTableSize> LoadCriticalTable(const std::filesystem::path& folder);
+
+// "tstab.txt": upper critical values of the studentized range q, times 100, for k = 2 to 20
+// means at p = 0.10, 0.05 and 0.01, one row per error df of kStudentizedRangeDf.
+struct StudentizedRangeTable {
+  struct Row {
+    int df = 0;
+    std::array<std::array<int, kStudentizedRangeMaxK - 1>, 3> critical{};  // [level][k - 2]
+  };
+  std::array<Row, kStudentizedRangeDf.size()> rows;
+};
+// A missing file is reported as "TSTAB.TXT".
+StudentizedRangeTable LoadStudentizedRangeTable(const std::filesystem::path& folder);
+
+// The row the file does not hold, in the file's form: the critical q as the error df grows
+// without bound (the range of k standard normal values), for k = 2 to 20 at p = 0.10,
+// 0.05, 0.01.
+inline constexpr std::array<std::array<int, kStudentizedRangeMaxK - 1>, 3> kStudentizedRangeLimit = {{
+    {233, 290, 324, 348, 366, 381, 393, 404, 413, 421, 428, 435, 441, 447, 452, 457, 461, 465, 469},
+    {277, 331, 363, 386, 403, 417, 429, 439, 447, 455, 462, 468, 474, 480, 485, 489, 493, 497, 501},
+    {364, 412, 440, 460, 476, 488, 499, 508, 516, 523, 529, 535, 540, 545, 549, 554, 557, 561, 565},
+}};
+
+// The critical q at p = 0.10, 0.05, 0.01 for k means (k above 20 reads as 20) and an error
+// df from 3 on: the row of df up to 20; between the file's rows from 20 to 255 linear in df;
+// from 255 on linear in 1/df between the row of 255 and the limit. All 0 for df below 3 or
+// k below 2.
+std::array<double, 3> StudentizedRangeCritical(const StudentizedRangeTable& table, int k, int df);
+
+// The two-character mark of a pairwise q: "**" (p < 0.01), "* " (p < 0.05), "+ " (p < 0.10)
+// or two blanks. Blank without a look at the table for q below 2.33 (below the smallest
+// value of the table), df below 3 or k below 2.
+std::string_view QMark(const StudentizedRangeTable& table, int k, int df, double q);
 
 // "ftab.mst": the critical F values at p = 0.05, value[row][column] for the row
 // (denominator) and column (numerator) df lists above.
