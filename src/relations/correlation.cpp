@@ -98,8 +98,17 @@ Measure TauTest(int n, double tau, double se, const Settings& s) {
   return m;
 }
 
+// The two-sided p of a correlation by the t of df degrees of freedom; a correlation of 1
+// has p = 0, near 1 its t is taken as it is rather than held at 100.
+PValue CorrelationP(double value, int df) {
+  if (df < 1) return Marked(1);
+  const double unexplained = 1 - value * value;
+  if (unexplained <= 0) return Marked(0);
+  return StudentP2(std::sqrt(df * value * value / unexplained), df);
+}
+
 Measure CorrelationMeasure(double value, int n, int g, const Settings& s) {
-  return {.value = value, .p = CorrelationP2(value, n - 2 - 2 * g), .limits = FisherLimits(value, n - 2 * g, s.z)};
+  return {.value = value, .p = CorrelationP(value, n - 2 - 2 * g), .limits = FisherLimits(value, n - 2 * g, s.z)};
 }
 
 std::string Equation(char left, char right, const RegressionLine& line) {
@@ -286,7 +295,11 @@ void PairReport::WriteMeasures() {
   if (s_.trimPercent > 0) {
     const int g = TrimmedCount(n, s_.trimPercent);
     if (const std::optional<double> rw = WinsorizedCorrelation(x_, y_, g)) {
-      WriteMeasure(fmt::format("  Rw({}%, g = {}) = ", s_.trimPercent, g), CorrelationMeasure(*rw, n, g, s_));
+      // Wilcox's test: the t of n - 2 df, referred to the t distribution of h - 2 df.
+      Measure w = CorrelationMeasure(*rw, n, g, s_);
+      const double unexplained = 1 - *rw * *rw;
+      w.p = unexplained <= 0 ? Marked(0) : StudentP2(*rw * std::sqrt((n - 2) / unexplained), n - 2 * g - 2);
+      WriteMeasure(fmt::format("  Rw({}%, g = {}) = ", s_.trimPercent, g), w);
     } else {
       r_.Line(T(" - Rw was not calculated due to small sample size and/or trimming %.",
                 " - Rw-t nem számítottuk ki a kis mintaelemszám és trimmelési % miatt."));
@@ -424,7 +437,8 @@ void WriteNotation(AnalysisRun& run, const Settings& s) {
                "  p_pos:  A pozitív kapcsolat százaléka (konkordancia)"));
   r.Line(run.T("  p_neg:  Percentage of negative relationship (discordancy)",
                "  p_neg:  A negatív kapcsolat százaléka (diszkordancia)"));
-  r.Line("  Significance:   +: p < 0.10  *: p < 0.05   **: p < 0.01   ***: p < 0.001");
+  r.Line(run.T("  Significance:   +: p < 0.10  *: p < 0.05   **: p < 0.01   ***: p < 0.001",
+               "  Szignifikancia:   +: p < 0.10  *: p < 0.05   **: p < 0.01   ***: p < 0.001"));
 }
 
 std::vector<std::pair<int, int>> PairsOf(const AnalysisRequest& request, bool paired) {
