@@ -464,6 +464,18 @@ std::vector<std::pair<int, int>> PairsOf(const AnalysisRequest& request, bool pa
 
 }  // namespace
 
+void WriteCorrelationGroupHeading(AnalysisRun& run) {
+  if (run.Conditional() == 0) return;
+  ReportWriter& r = run.report;
+  r.BlankLine();
+  r.Line(fmt::format("{}{}{}{}", run.T("GROUP INDEX: ", "CSOPORTINDEX: "), run.Group(),
+                     run.T(".  GROUP NAME: ", ".  CSOPORTNÉV: "), Utf8Prefix(run.Groups().distinctNames[run.Group()], 22)));
+  r.Line(fmt::format("{}{}", run.T("Total number of cases read:    ", "Az összes beolvasott eset száma: "),
+                     run.ws.NumberOfCases()));
+  r.Line(fmt::format("{}{}", run.T("Number of cases in this group: ", "Az esetek száma ebben a csoportban: "),
+                     run.GroupSizes()[run.Group()]));
+}
+
 void BivariateCorrelation(AnalysisRun& run) {
   const Settings s = SettingsOf(run.request);
   ReportWriter& r = run.report;
@@ -494,15 +506,7 @@ void BivariateCorrelation(AnalysisRun& run) {
   std::vector<std::vector<PairResult>> byGroup;
   std::vector<int> groups;
   run.ForEachGroup([&] {
-    if (run.Conditional() > 0) {
-      r.BlankLine();
-      r.Line(fmt::format("{}{}{}{}", run.T("GROUP INDEX: ", "CSOPORTINDEX: "), run.Group(),
-                         run.T(".  GROUP NAME: ", ".  CSOPORTNÉV: "),
-                         Utf8Prefix(run.Groups().distinctNames[run.Group()], 22)));
-      r.Line(fmt::format("{}{}", run.T("Total number of cases read:    ", "Az összes beolvasott eset száma: "), cases));
-      r.Line(fmt::format("{}{}", run.T("Number of cases in this group: ", "Az eset száma ebben a csoportban: "),
-                         run.GroupSizes()[run.Group()]));
-    }
+    WriteCorrelationGroupHeading(run);
     WriteNotation(run, s);
     std::vector<PairResult> results;
     for (std::size_t i = 0; i < pairs.size(); ++i) {

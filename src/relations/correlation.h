@@ -14,4 +14,8 @@ class AnalysisRun;
 
 void BivariateCorrelation(AnalysisRun& run);
 
+// The heading of a conditional group ("GROUP INDEX: ", the name, the cases read and those
+// of the group); nothing without a conditional variable.
+void WriteCorrelationGroupHeading(AnalysisRun& run);
+
 }  // namespace tarvika
