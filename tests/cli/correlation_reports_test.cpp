@@ -1,6 +1,7 @@
-// The bivariate correlation reports through the headless program, each against its report
-// in tests/relations/expected, checked by hand against tests/relations/data/correlation_check.txt
-// (the R commands beside it).
+// The bivariate correlation and correlation matrix reports through the headless program,
+// each against its report in tests/relations/expected, checked by hand against
+// tests/relations/data/correlation_check.txt and correlation_matrix_check.txt (the R
+// commands beside them).
 
 #include <gtest/gtest.h>
 
@@ -76,7 +77,27 @@ INSTANTIATE_TEST_SUITE_P(
                           "--set localCorrelations=Yes --set bivariatePlot=Yes --lang hu"},
         // Three X and two Y variables can't be paired.
         CorrelationReport{"correlation_en_refused.txt", "correlation",
-                          "--command 31 --vars Grp,X,Y --y Const,Twice --set pairing=Pair --lang en"}));
+                          "--command 31 --vars Grp,X,Y --y Const,Twice --set pairing=Pair --lang en"},
+        // The matrices (checked against tests/relations/data/correlation_matrix_check.txt):
+        // Pearson with the basic statistics, the p values, the four largest and Bartlett's test.
+        CorrelationReport{"survey_matrix_en.txt", "survey",
+                          "--command 32 --vars Wr.Hnd,NW.Hnd,Height,Age --set listPValues=on --set basicStatistics=on "
+                          "--set listCorrelations=Yes --set listLength=4 --lang en"},
+        // Spearman's partial coefficients with Height held constant.
+        CorrelationReport{"survey_matrix_hu_partial.txt", "survey",
+                          "--command 32 --vars Wr.Hnd,NW.Hnd,Age --cov Height --set listPValues=on "
+                          "--set 'correlationType=Spearman rho' --lang hu"},
+        // X by Y, tau-b and tau, listed from the smallest signed value.
+        CorrelationReport{"survey_matrix_en_kendall.txt", "survey",
+                          "--command 32 --vars Wr.Hnd,NW.Hnd --y Height,Age --set 'correlationType=Kendall tau' "
+                          "--set listPValues=on --set listCorrelations=Yes --set listByAbsoluteValue=off "
+                          "--set listDescending=off --lang en"},
+        // Groups of 2 to 9 cases: N below 3, approximate p values in parentheses, and a
+        // variable that is a line of another makes the matrix singular.
+        CorrelationReport{"correlation_matrix_en_corners.txt", "correlation",
+                          "--command 32 --vars X,Y,Twice --cond Grp --set listPValues=on "
+                          "--set 'correlationType=Kendall tau' --lang en"},
+        CorrelationReport{"correlation_matrix_en_refused.txt", "correlation", "--command 32 --vars X --lang en"}));
 
 TEST_F(CorrelationCli, HtmlShowsTheScatterPlotOfEachMeasuredPair) {
   const test::CliResult r = Cli("run '" + ProjectPath("correlation") +

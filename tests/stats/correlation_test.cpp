@@ -4,6 +4,7 @@
 // and the exact test of cor.test for the critical values of tau.
 
 #include "stats/correlation.h"
+#include "stats/correlation_matrix.h"
 
 #include <gtest/gtest.h>
 
@@ -135,6 +136,36 @@ TEST(Correlation, CornersGiveNoMeasureOrAnExactOne) {
   // Winsorizing 2 of 5 leaves one value: no correlation.
   EXPECT_FALSE(WinsorizedCorrelation(rising, line, 2).has_value());
   EXPECT_DOUBLE_EQ(*WinsorizedCorrelation(rising, line, 1), 1);
+}
+
+}  // namespace
+}  // namespace tarvika
+
+namespace tarvika {
+namespace {
+
+// The matrix functions against R (reference/correlation_matrix.R): Spearman of data with
+// ties, partial correlations with one and two controlled variables, the determinant.
+TEST(CorrelationMatrix, SpearmanPartialAndDeterminantAgreeWithR) {
+  const test::ReferenceCsv reference("correlation_matrix.csv", "stats");
+  ASSERT_EQ(reference.size(), 1u);
+  std::vector<std::vector<double>> columns;
+  for (const char* name : {"a", "b", "c", "d"}) columns.push_back(test::Numbers(reference.Text(0, name)));
+  const Matrix spearman = CoefficientMatrix(CorrelationKind::Spearman, columns);
+  EXPECT_NEAR(spearman[0][3], reference.Number(0, "spearman_ad"), 1e-9);
+  EXPECT_NEAR(spearman[2][1], reference.Number(0, "spearman_bc"), 1e-9);
+  const Matrix pearson = CoefficientMatrix(CorrelationKind::Pearson, columns);
+  const std::vector<int> cd = {2, 3}, b = {1};
+  EXPECT_NEAR(PartialCoefficient(pearson, 0, 1, cd), reference.Number(0, "partial_ab_cd"), 1e-9);
+  EXPECT_NEAR(PartialCoefficient(pearson, 0, 2, b), reference.Number(0, "partial_ac_b"), 1e-9);
+  EXPECT_NEAR(Determinant(pearson), reference.Number(0, "det"), 1e-9);
+  // A column that is a line of another makes the matrix singular: no partial coefficient.
+  columns.push_back(columns[0]);
+  for (double& v : columns.back()) v = 2 * v + 1;
+  const Matrix singular = CoefficientMatrix(CorrelationKind::Pearson, columns);
+  EXPECT_NEAR(Determinant(singular), 0, 1e-12);
+  const std::vector<int> line = {4};
+  EXPECT_TRUE(std::isnan(PartialCoefficient(singular, 0, 1, line)));
 }
 
 }  // namespace

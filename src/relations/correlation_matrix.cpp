@@ -1,0 +1,331 @@
+#include "relations/correlation_matrix.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+#include <string>
+#include <vector>
+
+#include "frame/analysis_run.h"
+#include "frame/number_text.h"
+#include "frame/parameter_names.h"
+#include "numeric/probability.h"
+#include "numeric/tolerance.h"
+#include "relations/correlation.h"
+#include "stats/correlation.h"
+#include "stats/correlation_matrix.h"
+
+namespace tarvika {
+namespace {
+
+constexpr int kMaxVariables = 100;
+
+struct Names {
+  std::string_view english, hungarian;
+};
+
+Names TitleOf(CorrelationKind kind, bool partial) {
+  switch (kind) {
+    case CorrelationKind::Pearson:
+      return partial ? Names{"PEARSON PARTIAL CORRELATION", "PEARSON-FÉLE PARCIÁLIS KORRELÁCIÓ"}
+                     : Names{"PEARSON CORRELATION", "PEARSON-FÉLE KORRELÁCIÓ"};
+    case CorrelationKind::Spearman:
+      return partial ? Names{"SPEARMAN PARTIAL RANK CORRELATION", "SPEARMAN-FÉLE PARCIÁLIS RANGKORRELÁCIÓ"}
+                     : Names{"SPEARMAN RANK CORRELATION", "SPEARMAN-FÉLE RANGKORRELÁCIÓ"};
+    case CorrelationKind::KendallTauB:
+      return partial ? Names{"KENDALL TAU-B PARTIAL MONOTONICITY MEASURE", "KENDALL TAU-B PARCIÁLIS RANGKORRELÁCIÓ"}
+                     : Names{"KENDALL TAU-B MONOTONICITY MEASURE", "KENDALL TAU-B RANGKORRELÁCIÓ"};
+    case CorrelationKind::KendallTau:
+      return partial ? Names{"KENDALL TAU PARTIAL MONOTONICITY MEASURE", "KENDALL TAU PARCIÁLIS RANGKORRELÁCIÓ"}
+                     : Names{"KENDALL TAU MONOTONICITY MEASURE", "KENDALL TAU RANGKORRELÁCIÓ"};
+  }
+  return {};
+}
+
+bool IsKendall(CorrelationKind kind) { return kind == CorrelationKind::KendallTauB || kind == CorrelationKind::KendallTau; }
+
+// One coefficient with its test.
+struct Cell {
+  double value = 0;
+  PValue p;
+  bool defined = true;
+};
+
+// The variables of the run: the rows (X list), the columns (Y list, or the X list again),
+// the controlled ones, and all of them in one list whose positions index the matrix.
+struct Layout {
+  std::vector<int> rows, columns, controls, all;
+  bool square = true;
+  int Position(int v) const { return static_cast<int>(std::find(all.begin(), all.end(), v) - all.begin()); }
+};
+
+class MatrixReport {
+ public:
+  MatrixReport(AnalysisRun& run, const Layout& layout) : run_(run), r_(run.report), l_(layout) {}
+  void Write();
+
+ private:
+  std::string T(std::string_view english, std::string_view hungarian) const {
+    return std::string(run_.T(english, hungarian));
+  }
+  const std::string& Name(int v) const { return run_.request.shortNames[v]; }
+  void Read();
+  void WriteBasicStatistics();
+  void WriteMatrix(CorrelationKind kind);
+  void WriteListing(CorrelationKind kind, const std::vector<std::vector<Cell>>& cells);
+  void WriteIndependence();
+  Cell Test(CorrelationKind kind, double value, int df) const;
+
+  AnalysisRun& run_;
+  ReportWriter& r_;
+  const Layout& l_;
+  std::vector<std::vector<double>> columns_;  // by position in l_.all
+  int n_ = 0;
+};
+
+void MatrixReport::Read() {
+  std::vector<int> feedColumns = {0};
+  feedColumns.insert(feedColumns.end(), l_.all.begin(), l_.all.end());
+  DataFeed feed(run_.ws, r_.Missing(), feedColumns);
+  const int k = static_cast<int>(l_.all.size());
+  std::vector<double> value(k + 1, 0);
+  std::vector<std::uint8_t> missing(k + 1, 1);
+  columns_.assign(k, {});
+  for (int row : run_.GroupRows()) {
+    feed.ReadRow(row, k, value, missing);
+    if (std::any_of(missing.begin() + 1, missing.end(), [](std::uint8_t m) { return m != 0; })) continue;
+    for (int i = 0; i < k; ++i) columns_[i].push_back(value[i + 1]);
+  }
+  n_ = k > 0 ? static_cast<int>(columns_[0].size()) : 0;
+}
+
+Cell MatrixReport::Test(CorrelationKind kind, double value, int df) const {
+  Cell c{.value = value};
+  if (std::isnan(value)) return {.defined = false};
+  if (IsKendall(kind)) {
+    // Under independence tau is near normal with the SD of untied data.
+    const double sd = TauNullSd(n_);
+    c.p = n_ < 5 || sd <= 0 ? Marked(1) : NormalP2(value / sd);
+    return c;
+  }
+  if (df < 1) {
+    c.p = Marked(1);
+    return c;
+  }
+  const double unexplained = 1 - value * value;
+  c.p = unexplained <= 0 ? Marked(0) : StudentP2(std::sqrt(df * value * value / unexplained), df);
+  return c;
+}
+
+void MatrixReport::Write() {
+  Read();
+  if (run_.Conditional() > 0) r_.BlankLine();
+  r_.Line(fmt::format("{}{}", T("Number of acceptable cases, N = ", "Az érvényes esetek száma: N = "), n_));
+  if (n_ < 3) {
+    r_.Line(T("Since N < 3, no analysis can be performed.", "Mivel N < 3, nem végzünk elemzést."));
+    return;
+  }
+  if (run_.request.Get(param::kBasicStatistics)) WriteBasicStatistics();
+  const std::string_view type = run_.request.Get(param::kCorrelationType);
+  if (type == "Spearman rho") {
+    WriteMatrix(CorrelationKind::Spearman);
+  } else if (type == "Kendall tau") {
+    WriteMatrix(CorrelationKind::KendallTauB);
+    WriteMatrix(CorrelationKind::KendallTau);
+  } else {
+    WriteMatrix(CorrelationKind::Pearson);
+  }
+  if (l_.square && l_.controls.empty()) WriteIndependence();
+}
+
+void MatrixReport::WriteBasicStatistics() {
+  r_.BlankLine();
+  r_.BeginTitledTable(T("BASIC DESCRIPTIVE STATISTICS", "ALAPSTATISZTIKÁK"),
+                      {run_.T("Index", "Index"), run_.T("Variable     ", "Változó      "), run_.T("Mean", "Átlag"),
+                       run_.T("SD", "Szórás"), run_.T("Long variable name", "Hosszú változónév")});
+  for (std::size_t i = 0; i < l_.all.size(); ++i) {
+    const PairMoments m = MomentsOf(columns_[i], columns_[i]);
+    r_.FirstCell(fmt::format("{}", i + 1));
+    r_.Cell(Name(l_.all[i]));
+    r_.WriteRatio(9, 9, 1, m.meanX, 1);
+    r_.WriteRatio(9, 9, 1, m.sdX, 1);
+    r_.Cell(run_.request.longNames[l_.all[i]]);
+    r_.EndRow();
+  }
+  r_.EndTable();
+}
+
+void MatrixReport::WriteMatrix(CorrelationKind kind) {
+  const Matrix m = CoefficientMatrix(kind, columns_);
+  const int c = static_cast<int>(l_.controls.size());
+  const int df = n_ - 2 - c;
+  std::vector<int> controlPositions;
+  for (int v : l_.controls) controlPositions.push_back(l_.Position(v));
+  const bool approximate = IsKendall(kind) && n_ <= kTauTableLastN;
+  std::vector<std::vector<Cell>> cells(l_.rows.size(), std::vector<Cell>(l_.columns.size()));
+  for (std::size_t i = 0; i < l_.rows.size(); ++i) {
+    for (std::size_t j = 0; j < l_.columns.size(); ++j) {
+      const int a = l_.Position(l_.rows[i]), b = l_.Position(l_.columns[j]);
+      const double value = a == b ? 1 : c == 0 ? m[a][b] : PartialCoefficient(m, a, b, controlPositions);
+      cells[i][j] = Test(kind, value, df);
+      // tau-b of two variables has the test with its ties, as in the analysis of pairs.
+      if (kind == CorrelationKind::KendallTauB && c == 0 && a != b && cells[i][j].value != 0) {
+        cells[i][j].p = NormalP2(KendallOf(columns_[a], columns_[b]).zTauB);
+      }
+    }
+  }
+  const Names title = TitleOf(kind, c > 0);
+  r_.BlankLine();
+  // The markers of small samples come from the exact table, which has no level 0.001.
+  const std::string_view notation = run_.English() ? (approximate ? ";  +: p < 0.10  *: p < 0.05   **: p < 0.01)"
+                                                                  : ";  +: p < 0.10  *: p < 0.05   **: p < 0.01   ***: p < 0.001)")
+                                                   : (approximate ? ";  +: p < 0,10  *: p < 0,05   **: p < 0,01)"
+                                                                  : ";  +: p < 0,10  *: p < 0,05   **: p < 0,01   ***: p < 0,001)");
+  r_.Line(run_.English() ? fmt::format("{} MATRIX (df = {}{}", title.english, df, notation)
+                         : fmt::format("{}S MÁTRIX (f = {}{}", title.hungarian, df, notation));
+  if (c > 0) {
+    std::string controlled = T("Controlled variables:", "Kontrollált változók:");
+    for (int v : l_.controls) controlled += " " + Name(v);
+    r_.Line(controlled);
+  }
+  const bool listP = run_.request.Get(param::kListPValues);
+  r_.BeginTable();
+  r_.FirstCell(T("Variable", "Változó"));
+  for (int v : l_.columns) r_.Cell(Name(v));
+  r_.EndRow();
+  for (std::size_t i = 0; i < l_.rows.size(); ++i) {
+    r_.FirstCell(Name(l_.rows[i]));
+    for (std::size_t j = 0; j < l_.columns.size(); ++j) {
+      const Cell& cell = cells[i][j];
+      const bool diagonal = l_.rows[i] == l_.columns[j];
+      r_.NumberCell(!cell.defined ? "......" : Fixed(cell.value, 3) + std::string(diagonal ? "" : cell.p.marker));
+    }
+    r_.EndRow();
+    if (!listP) continue;
+    r_.FirstCell(T(" p-value:        ", " p-érték:        "));
+    for (std::size_t j = 0; j < l_.columns.size(); ++j) {
+      const Cell& cell = cells[i][j];
+      if (l_.rows[i] == l_.columns[j] || !cell.defined) {
+        r_.NumberCell("   .");
+      } else {
+        r_.NumberCell(approximate ? "(" + Fixed(cell.p.p, 4) + ")" : Fixed(cell.p.p, 4));
+      }
+    }
+    r_.EndRow();
+  }
+  r_.EndTable();
+  if (listP && approximate) {
+    r_.Line(T("(p-values in parentheses are only approximate due to the small sample size)",
+              "(a zárójelben álló p-értékek a kis minta miatt csak közelítők)"));
+  }
+  if (run_.request.Get(param::kListCorrelations)) WriteListing(kind, cells);
+}
+
+void MatrixReport::WriteListing(CorrelationKind kind, const std::vector<std::vector<Cell>>& cells) {
+  struct Entry {
+    int row, column;
+    Cell cell;
+  };
+  std::vector<Entry> entries;
+  for (std::size_t i = 0; i < l_.rows.size(); ++i) {
+    for (std::size_t j = 0; j < l_.columns.size(); ++j) {
+      // In a square matrix the upper triangle holds every pair once.
+      if (l_.square && l_.Position(l_.columns[j]) <= l_.Position(l_.rows[i])) continue;
+      if (cells[i][j].defined) entries.push_back({l_.rows[i], l_.columns[j], cells[i][j]});
+    }
+  }
+  const bool absolute = run_.request.Get(param::kListByAbsoluteValue);
+  const bool descending = run_.request.Get(param::kListDescending);
+  auto key = [absolute](const Entry& e) { return absolute ? std::fabs(e.cell.value) : e.cell.value; };
+  std::stable_sort(entries.begin(), entries.end(),
+                   [&](const Entry& a, const Entry& b) { return descending ? key(a) > key(b) : key(a) < key(b); });
+  entries.resize(std::min<std::size_t>(entries.size(), std::max(1, run_.request.Get(param::kListLength))));
+  const std::string title =
+      run_.English() ? fmt::format("The list of {}{}correlations in {} order ({})", descending ? "largest" : "smallest",
+                                   absolute ? " absolute " : " ", descending ? "decreasing" : "increasing",
+                                   TitleOf(kind, !l_.controls.empty()).english)
+                     : fmt::format("A {}{}korrelációk listája {} sorrendben ({})", descending ? "legnagyobb" : "legkisebb",
+                                   absolute ? " abszolút értékű " : " ", descending ? "csökkenő" : "növekvő",
+                                   TitleOf(kind, !l_.controls.empty()).hungarian);
+  r_.BlankLine();
+  r_.BeginTitledTable(title, {run_.T("Rank", "Sorszám"), run_.T("X variable", "X változó"), run_.T("Y variable", "Y változó"),
+                              " r(X,Y)", run_.T(" Significance", " Szignifikancia"),
+                              run_.T("Long variable name", "Hosszú változónév")});
+  int rank = 0;
+  for (const Entry& e : entries) {
+    r_.FirstCell(fmt::format("{}", ++rank));
+    r_.Cell(Name(e.row));
+    r_.Cell(Name(e.column));
+    r_.NumberCell(Fixed(e.cell.value, 3));
+    r_.Cell(fmt::format("p = {}{}", Fixed(e.cell.p.p, 4), e.cell.p.marker));
+    r_.Cell(run_.request.longNames[e.column]);
+    r_.EndRow();
+  }
+  r_.EndTable();
+}
+
+void MatrixReport::WriteIndependence() {
+  const Matrix m = CoefficientMatrix(CorrelationKind::Pearson, columns_);
+  const double d = Determinant(m);
+  const int p = static_cast<int>(m.size());
+  r_.BlankLine();
+  if (std::fabs(d) < kZeroTolerance) {
+    r_.Line(T("Matrix is singular, Determinant = 0.", "A mátrix szinguláris, determináns = 0."));
+    return;
+  }
+  const int df = p * (p - 1) / 2;
+  r_.Line(T("Bartlett's chi-square statistic for testing the independence of the",
+            "Bartlett-féle khi-négyzet próba a függő változók teljes halmazának"));
+  if (d < 0) {
+    r_.Line(fmt::format("{}{}) = {}", T("whole set of dependent variables: Chi2(", "függetlenségére: Khi2("), df,
+                        T("infinite large (p <.0000001)", "végtelen nagy (p <,0000001)")));
+    return;
+  }
+  const double chi = -std::fabs(n_ - 1 - (2.0 * p + 5) / 6) * std::log(d);
+  const PValue pv = ChiSquareP(chi, df);
+  r_.Line(fmt::format("{}{}) = {} (p = {}){}", T("whole set of dependent variables: Chi2(", "függetlenségére: Khi2("), df,
+                      Fixed(chi, 3), Fixed(pv.p, 4), pv.marker));
+}
+
+}  // namespace
+
+void CorrelationMatrix(AnalysisRun& run) {
+  const AnalysisRequest& q = run.request;
+  Layout l;
+  for (int v = 1; v <= q.numberOfVariables; ++v) {
+    if (q.role[v] == 'X') l.rows.push_back(v);
+    if (q.role[v] == 'Y') l.columns.push_back(v);
+    if (q.role[v] == 'C') l.controls.push_back(v);
+  }
+  ReportWriter& r = run.report;
+  if (q.Get(param::kPairing) == "Pair" && !l.columns.empty() && l.rows.size() != l.columns.size()) {
+    r.Line(run.T("Since there are different number of X and Y variables, pairing is impossible, program stops.",
+                 "Mivel az X és az Y változók száma különböző, a párosítás nem lehetséges, a program leáll."));
+    return;
+  }
+  l.square = l.columns.empty();
+  if (l.square) l.columns = l.rows;
+  for (const std::vector<int>* list : {&l.rows, &l.columns, &l.controls}) {
+    for (int v : *list) {
+      if (std::find(l.all.begin(), l.all.end(), v) == l.all.end()) l.all.push_back(v);
+    }
+  }
+  const int selected = static_cast<int>(l.all.size() - l.controls.size());
+  if (selected < 2) {
+    r.Line(run.T("Number of dependent variables is less than 2.", "A függő változók száma kevesebb, mint 2."));
+    r.Line(run.T("No analysis can be performed.", "Nem végezhető elemzés."));
+    return;
+  }
+  if (static_cast<int>(l.all.size()) > kMaxVariables) {
+    r.Line(fmt::format("{}{}", run.T("Number of selected variables: V = ", "A kijelölt változók száma: V = "), l.all.size()));
+    r.Line(run.English() ? fmt::format("Since V is greater than {} no analysis is performed.", kMaxVariables)
+                         : fmt::format("Mivel V nagyobb, mint {}, nem végzünk elemzést.", kMaxVariables));
+    return;
+  }
+  run.ForEachGroup([&] {
+    WriteCorrelationGroupHeading(run);
+    MatrixReport(run, l).Write();
+  });
+}
+
+}  // namespace tarvika

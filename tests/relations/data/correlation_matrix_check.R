@@ -1,0 +1,38 @@
+# The numbers of the expected correlation matrix reports (tests/relations/expected/*matrix*),
+# computed in R from MASS's copy of data/dat/survey.msw on the cases complete in all the
+# variables of a run: psych::corr.test (Pearson and Spearman with their p), psych::partial.r
+# with the t test of n - 2 - c df, psych::cortest.bartlett, and cor.test for Kendall's
+# tau-b (exact = FALSE, continuity = FALSE).
+#   cd tests/relations/data && Rscript correlation_matrix_check.R > correlation_matrix_check.txt
+suppressMessages({ library(MASS); library(psych) })
+s <- survey
+
+complete <- function(vars) { d <- s[, vars]; d[complete.cases(d), ] }
+
+cat("== Pearson, Wr.Hnd NW.Hnd Height Age\n")
+d <- complete(c("Wr.Hnd", "NW.Hnd", "Height", "Age"))
+ct <- corr.test(d, adjust = "none")
+cat("N =", nrow(d), "\n"); print(round(ct$r, 3)); print(round(ct$p, 4))
+print(round(sapply(d, mean), 2)); print(round(sapply(d, sd), 3))
+b <- cortest.bartlett(cor(d), n = nrow(d))
+cat(sprintf("Bartlett Chi2(%d) = %.3f p = %.4f\n", b$df, b$chisq, b$p.value))
+
+cat("== Spearman partial, Wr.Hnd NW.Hnd Age controlling Height\n")
+d <- complete(c("Wr.Hnd", "NW.Hnd", "Age", "Height"))
+pr <- partial.r(d, c("Wr.Hnd", "NW.Hnd", "Age"), "Height", method = "spearman")
+n <- nrow(d); df <- n - 2 - 1
+t <- pr * sqrt(df / (1 - pr^2))
+cat("N =", n, " df =", df, "\n"); print(round(unclass(pr), 3)); print(round(unclass(2 * pt(-abs(t), df)), 4))
+
+cat("== Kendall tau-b, Wr.Hnd NW.Hnd by Height Age\n")
+d <- complete(c("Wr.Hnd", "NW.Hnd", "Height", "Age"))
+for (x in c("Wr.Hnd", "NW.Hnd")) for (y in c("Height", "Age")) {
+  k <- cor.test(d[[x]], d[[y]], method = "kendall", exact = FALSE, continuity = FALSE)
+  cat(sprintf("%s x %s: tau-b = %.3f p = %.4f\n", x, y, k$estimate, k$p.value))
+}
+
+cat("== A variable that is a line of another: X and Twice of correlation.msw are singular\n")
+X <- c(1, 2, 1, 2, 3, 1, 2, 3, 4, 1, 1, 2, 2, 3, 3, 4, 5, 6)
+Y <- c(2, 1, 1, 3, 2, 2, 1, 4, 3, 1, 2, 2, 3, 3, 3, 5, 4, NA)
+ok <- !is.na(Y)
+cat(sprintf("det = %g\n", det(cor(cbind(X[ok], Y[ok], 2 * X[ok] + 1)))))
