@@ -9,6 +9,7 @@
 #include "frame/analysis_run.h"
 #include "frame/number_text.h"
 #include "frame/parameter_names.h"
+#include "lang/utf8.h"
 #include "numeric/probability.h"
 #include "numeric/tolerance.h"
 #include "relations/correlation.h"
@@ -42,6 +43,14 @@ Names TitleOf(CorrelationKind kind, bool partial) {
   return {};
 }
 
+// The measures of the dialog's choice: Kendall's gives both tau-b and tau.
+std::vector<CorrelationKind> KindsOf(const AnalysisRequest& request) {
+  const std::string_view type = request.Get(param::kCorrelationType);
+  if (type == "Spearman rho") return {CorrelationKind::Spearman};
+  if (type == "Kendall tau") return {CorrelationKind::KendallTauB, CorrelationKind::KendallTau};
+  return {CorrelationKind::Pearson};
+}
+
 bool IsKendall(CorrelationKind kind) { return kind == CorrelationKind::KendallTauB || kind == CorrelationKind::KendallTau; }
 
 // One coefficient with its test.
@@ -59,10 +68,17 @@ struct Layout {
   int Position(int v) const { return static_cast<int>(std::find(all.begin(), all.end(), v) - all.begin()); }
 };
 
+// The coefficients a group's report showed, for the comparison of the groups.
+struct GroupMatrices {
+  int group = 0;
+  int n = 0;
+  std::vector<std::pair<CorrelationKind, std::vector<std::vector<Cell>>>> matrices;
+};
+
 class MatrixReport {
  public:
   MatrixReport(AnalysisRun& run, const Layout& layout) : run_(run), r_(run.report), l_(layout) {}
-  void Write();
+  GroupMatrices Write();
 
  private:
   std::string T(std::string_view english, std::string_view hungarian) const {
@@ -71,7 +87,7 @@ class MatrixReport {
   const std::string& Name(int v) const { return run_.request.shortNames[v]; }
   void Read();
   void WriteBasicStatistics();
-  void WriteMatrix(CorrelationKind kind);
+  std::vector<std::vector<Cell>> WriteMatrix(CorrelationKind kind);
   void WriteListing(CorrelationKind kind, const std::vector<std::vector<Cell>>& cells);
   void WriteIndependence();
   Cell Test(CorrelationKind kind, double value, int df) const;
@@ -117,25 +133,19 @@ Cell MatrixReport::Test(CorrelationKind kind, double value, int df) const {
   return c;
 }
 
-void MatrixReport::Write() {
+GroupMatrices MatrixReport::Write() {
   Read();
+  GroupMatrices out{.group = run_.Group(), .n = n_};
   if (run_.Conditional() > 0) r_.BlankLine();
   r_.Line(fmt::format("{}{}", T("Number of acceptable cases, N = ", "Az érvényes esetek száma: N = "), n_));
   if (n_ < 3) {
     r_.Line(T("Since N < 3, no analysis can be performed.", "Mivel N < 3, nem végzünk elemzést."));
-    return;
+    return out;
   }
   if (run_.request.Get(param::kBasicStatistics)) WriteBasicStatistics();
-  const std::string_view type = run_.request.Get(param::kCorrelationType);
-  if (type == "Spearman rho") {
-    WriteMatrix(CorrelationKind::Spearman);
-  } else if (type == "Kendall tau") {
-    WriteMatrix(CorrelationKind::KendallTauB);
-    WriteMatrix(CorrelationKind::KendallTau);
-  } else {
-    WriteMatrix(CorrelationKind::Pearson);
-  }
+  for (CorrelationKind kind : KindsOf(run_.request)) out.matrices.emplace_back(kind, WriteMatrix(kind));
   if (l_.square && l_.controls.empty()) WriteIndependence();
+  return out;
 }
 
 void MatrixReport::WriteBasicStatistics() {
@@ -155,7 +165,7 @@ void MatrixReport::WriteBasicStatistics() {
   r_.EndTable();
 }
 
-void MatrixReport::WriteMatrix(CorrelationKind kind) {
+std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
   const Matrix m = CoefficientMatrix(kind, columns_);
   const int c = static_cast<int>(l_.controls.size());
   const int df = n_ - 2 - c;
@@ -219,6 +229,7 @@ void MatrixReport::WriteMatrix(CorrelationKind kind) {
               "(a zárójelben álló p-értékek a kis minta miatt csak közelítők)"));
   }
   if (run_.request.Get(param::kListCorrelations)) WriteListing(kind, cells);
+  return cells;
 }
 
 void MatrixReport::WriteListing(CorrelationKind kind, const std::vector<std::vector<Cell>>& cells) {
@@ -287,6 +298,98 @@ void MatrixReport::WriteIndependence() {
                       Fixed(chi, 3), Fixed(pv.p, 4), pv.marker));
 }
 
+std::string_view MeasureWord(CorrelationKind kind) {
+  switch (kind) {
+    case CorrelationKind::Pearson:
+      return "Pearson";
+    case CorrelationKind::Spearman:
+      return "Spearman";
+    case CorrelationKind::KendallTauB:
+      return "Kendall tau-b";
+    case CorrelationKind::KendallTau:
+      return "Kendall tau";
+  }
+  return "";
+}
+
+// Fisher's z of Pearson and Spearman coefficients with variance 1/(N - 3 - c); the Kendall
+// coefficients themselves with the variance of tau under independence.
+struct Standardized {
+  double z = 0, variance = 0;
+  bool usable = false;
+};
+Standardized StandardizedOf(CorrelationKind kind, double value, int n, int c) {
+  if (IsKendall(kind)) {
+    if (n <= 3) return {};
+    return {value, 2.0 * (2 * n + 5) / (9.0 * n * (n - 1)), true};
+  }
+  if (n - 3 - c <= 3) return {};
+  return {FisherZ(value), 1.0 / (n - 3 - c), true};
+}
+
+constexpr int kMaxComparedGroups = 50;
+
+void WriteGroupComparisons(AnalysisRun& run, const Layout& l, const std::vector<GroupMatrices>& groups) {
+  ReportWriter& r = run.report;
+  const int c = static_cast<int>(l.controls.size());
+  auto groupName = [&](int g) { return std::string(Utf8Prefix(run.Groups().distinctNames[g], 22)); };
+  r.BlankLine();
+  r.Line(run.T("PAIRWISE COMPARISON OF CORRELATION MATRICES OF CONDITIONAL GROUPS",
+               "A FELTÉTELES CSOPORTOK KORRELÁCIÓS MÁTRIXAINAK PÁRONKÉNTI ÖSSZEHASONLÍTÁSA"));
+  const std::size_t count = std::min<std::size_t>(groups.size(), kMaxComparedGroups);
+  for (std::size_t a = 0; a < count; ++a) {
+    for (std::size_t b = a + 1; b < count; ++b) {
+      const GroupMatrices &g1 = groups[a], &g2 = groups[b];
+      r.BlankLine();
+      r.Line(run.T("The two groups to be compared:", "Az összehasonlítandó két csoport:"));
+      for (const GroupMatrices* g : {&g1, &g2}) {
+        r.Line(fmt::format("  {}{}{}{}, N = {}", run.T("GROUP INDEX: ", "CSOPORTINDEX: "), g->group,
+                           run.T(".  GROUP NAME: ", ".  CSOPORTNÉV: "), groupName(g->group), g->n));
+      }
+      if (c > 0) r.Line(fmt::format("{}{}", run.T("Number of covariates: ", "Kovariáns változók száma: "), c));
+      if (g1.n - 3 - c < 4 || g2.n - 3 - c < 4 || g1.matrices.empty() || g2.matrices.empty()) {
+        r.Line(run.T("Comparisons will not be performed due to low (< 5) degrees of freedom.",
+                     "Egy 5-nél kisebb szabadságfok miatt nem végzünk összehasonlítást."));
+        continue;
+      }
+      for (std::size_t k = 0; k < g1.matrices.size(); ++k) {
+        const CorrelationKind kind = g1.matrices[k].first;
+        const auto &m1 = g1.matrices[k].second, &m2 = g2.matrices[k].second;
+        r.BlankLine();
+        r.Line(run.English()
+                   ? fmt::format("Matrix of standardized differences of {}{} correlations ({}, {})",
+                                 MeasureWord(kind), c > 0 ? " partial" : "", groupName(g1.group), groupName(g2.group))
+                   : fmt::format("A {}-féle{} korrelációk standardizált különbségeinek táblázata ({}, {})",
+                                 MeasureWord(kind), c > 0 ? " parciális" : "", groupName(g1.group),
+                                 groupName(g2.group)));
+        r.BeginTable();
+        r.FirstCell(run.T("Variable", "Változó"));
+        for (int v : l.columns) r.Cell(run.request.shortNames[v]);
+        r.EndRow();
+        for (std::size_t i = 0; i < l.rows.size(); ++i) {
+          r.FirstCell(run.request.shortNames[l.rows[i]]);
+          for (std::size_t j = 0; j < l.columns.size(); ++j) {
+            if (l.square && j >= i) {
+              r.NumberCell(j == i ? "    ." : "");
+              continue;
+            }
+            const Standardized s1 = StandardizedOf(kind, m1[i][j].value, g1.n, c);
+            const Standardized s2 = StandardizedOf(kind, m2[i][j].value, g2.n, c);
+            if (!s1.usable || !s2.usable || !m1[i][j].defined || !m2[i][j].defined) {
+              r.NumberCell("......");
+              continue;
+            }
+            const double z = (s1.z - s2.z) / std::sqrt(s1.variance + s2.variance);
+            r.NumberCell(Fixed(z, 3) + std::string(NormalP2(z).marker));
+          }
+          r.EndRow();
+        }
+        r.EndTable();
+      }
+    }
+  }
+}
+
 }  // namespace
 
 void CorrelationMatrix(AnalysisRun& run) {
@@ -322,10 +425,14 @@ void CorrelationMatrix(AnalysisRun& run) {
                          : fmt::format("Mivel V nagyobb, mint {}, nem végzünk elemzést.", kMaxVariables));
     return;
   }
+  std::vector<GroupMatrices> groups;
   run.ForEachGroup([&] {
     WriteCorrelationGroupHeading(run);
-    MatrixReport(run, l).Write();
+    groups.push_back(MatrixReport(run, l).Write());
   });
+  if (q.Get(param::kCompareConditionalGroups) && run.Conditional() > 0 && groups.size() >= 2) {
+    WriteGroupComparisons(run, l, groups);
+  }
 }
 
 }  // namespace tarvika

@@ -96,7 +96,10 @@ INSTANTIATE_TEST_SUITE_P(
         // variable that is a line of another makes the matrix singular.
         CorrelationReport{"correlation_matrix_en_corners.txt", "correlation",
                           "--command 32 --vars X,Y,Twice --cond Grp --set listPValues=on "
-                          "--set 'correlationType=Kendall tau' --lang en"},
+                          "--set 'correlationType=Kendall tau' --set compareConditionalGroups=on --lang en"},
+        // The sexes compared: the standardized differences of their r.
+        CorrelationReport{"survey_matrix_hu_sex.txt", "survey",
+                          "--command 32 --vars Wr.Hnd,NW.Hnd,Height --cond Sex --set compareConditionalGroups=on --lang hu"},
         CorrelationReport{"correlation_matrix_en_refused.txt", "correlation", "--command 32 --vars X --lang en"}));
 
 TEST_F(CorrelationCli, HtmlShowsTheScatterPlotOfEachMeasuredPair) {

@@ -36,3 +36,13 @@ X <- c(1, 2, 1, 2, 3, 1, 2, 3, 4, 1, 1, 2, 2, 3, 3, 4, 5, 6)
 Y <- c(2, 1, 1, 3, 2, 2, 1, 4, 3, 1, 2, 2, 3, 3, 3, 5, 4, NA)
 ok <- !is.na(Y)
 cat(sprintf("det = %g\n", det(cor(cbind(X[ok], Y[ok], 2 * X[ok] + 1)))))
+
+cat("== Female against Male, Pearson of Wr.Hnd NW.Hnd Height: z of psych::r.test\n")
+r_of <- function(sex) { d <- complete(c("Sex", "Wr.Hnd", "NW.Hnd", "Height")); d <- d[d$Sex == sex, -1]
+                        list(r = cor(d), n = nrow(d)) }
+f <- r_of("Female"); m <- r_of("Male")
+for (p in list(c(2, 1), c(3, 1), c(3, 2))) {
+  z <- r.test(n = f$n, r12 = f$r[p[1], p[2]], r34 = m$r[p[1], p[2]], n2 = m$n)$z
+  cat(sprintf("%s x %s: n = %d, %d  z = %.3f\n", colnames(f$r)[p[1]], colnames(f$r)[p[2]], f$n, m$n,
+              sign(f$r[p[1], p[2]] - m$r[p[1], p[2]]) * abs(z)))
+}
