@@ -65,6 +65,8 @@ struct Cell {
 struct Layout {
   std::vector<int> rows, columns, controls, all;
   bool square = true;
+  bool paired = false;  // X[i] with Y[i] only
+  bool Shown(std::size_t i, std::size_t j) const { return !paired || i == j; }
   int Position(int v) const { return static_cast<int>(std::find(all.begin(), all.end(), v) - all.begin()); }
 };
 
@@ -186,7 +188,8 @@ std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
   }
   const Names title = TitleOf(kind, c > 0);
   r_.BlankLine();
-  // The markers of small samples come from the exact table, which has no level 0.001.
+  // The p values of small Kendall samples are approximate: their notation, and their
+  // markers, stop at 0.01.
   const std::string_view notation = run_.English() ? (approximate ? ";  +: p < 0.10  *: p < 0.05   **: p < 0.01)"
                                                                   : ";  +: p < 0.10  *: p < 0.05   **: p < 0.01   ***: p < 0.001)")
                                                    : (approximate ? ";  +: p < 0,10  *: p < 0,05   **: p < 0,01)"
@@ -208,14 +211,21 @@ std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
     for (std::size_t j = 0; j < l_.columns.size(); ++j) {
       const Cell& cell = cells[i][j];
       const bool diagonal = l_.rows[i] == l_.columns[j];
-      r_.NumberCell(!cell.defined ? "......" : Fixed(cell.value, 3) + std::string(diagonal ? "" : cell.p.marker));
+      const std::string_view marker = diagonal ? "" : approximate && cell.p.marker == "***" ? "**" : cell.p.marker;
+      if (!l_.Shown(i, j)) {
+        r_.NumberCell("");
+      } else {
+        r_.NumberCell(!cell.defined ? "......" : Fixed(cell.value, 3) + std::string(marker));
+      }
     }
     r_.EndRow();
     if (!listP) continue;
     r_.FirstCell(T(" p-value:        ", " p-érték:        "));
     for (std::size_t j = 0; j < l_.columns.size(); ++j) {
       const Cell& cell = cells[i][j];
-      if (l_.rows[i] == l_.columns[j] || !cell.defined) {
+      if (!l_.Shown(i, j)) {
+        r_.NumberCell("");
+      } else if (l_.rows[i] == l_.columns[j] || !cell.defined) {
         r_.NumberCell("   .");
       } else {
         r_.NumberCell(approximate ? "(" + Fixed(cell.p.p, 4) + ")" : Fixed(cell.p.p, 4));
@@ -242,6 +252,7 @@ void MatrixReport::WriteListing(CorrelationKind kind, const std::vector<std::vec
     for (std::size_t j = 0; j < l_.columns.size(); ++j) {
       // In a square matrix the upper triangle holds every pair once.
       if (l_.square && l_.Position(l_.columns[j]) <= l_.Position(l_.rows[i])) continue;
+      if (!l_.Shown(i, j)) continue;
       if (cells[i][j].defined) entries.push_back({l_.rows[i], l_.columns[j], cells[i][j]});
     }
   }
@@ -373,6 +384,10 @@ void WriteGroupComparisons(AnalysisRun& run, const Layout& l, const std::vector<
               r.NumberCell(j == i ? "    ." : "");
               continue;
             }
+            if (!l.Shown(i, j)) {
+              r.NumberCell("");
+              continue;
+            }
             const Standardized s1 = StandardizedOf(kind, m1[i][j].value, g1.n, c);
             const Standardized s2 = StandardizedOf(kind, m2[i][j].value, g2.n, c);
             if (!s1.usable || !s2.usable || !m1[i][j].defined || !m2[i][j].defined) {
@@ -407,6 +422,7 @@ void CorrelationMatrix(AnalysisRun& run) {
     return;
   }
   l.square = l.columns.empty();
+  l.paired = !l.square && q.Get(param::kPairing) == "Pair";
   if (l.square) l.columns = l.rows;
   for (const std::vector<int>* list : {&l.rows, &l.columns, &l.controls}) {
     for (int v : *list) {

@@ -100,6 +100,10 @@ INSTANTIATE_TEST_SUITE_P(
         // The sexes compared: the standardized differences of their r.
         CorrelationReport{"survey_matrix_hu_sex.txt", "survey",
                           "--command 32 --vars Wr.Hnd,NW.Hnd,Height --cond Sex --set compareConditionalGroups=on --lang hu"},
+        // Paired lists: only X[i] with Y[i], listed and compared between the sexes.
+        CorrelationReport{"survey_matrix_en_pair.txt", "survey",
+                          "--command 32 --vars Wr.Hnd,Height --y NW.Hnd,Age --set pairing=Pair --set listPValues=on "
+                          "--set listCorrelations=Yes --cond Sex --set compareConditionalGroups=on --lang en"},
         CorrelationReport{"correlation_matrix_en_refused.txt", "correlation", "--command 32 --vars X --lang en"}));
 
 TEST_F(CorrelationCli, HtmlShowsTheScatterPlotOfEachMeasuredPair) {

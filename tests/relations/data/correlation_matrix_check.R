@@ -46,3 +46,15 @@ for (p in list(c(2, 1), c(3, 1), c(3, 2))) {
   cat(sprintf("%s x %s: n = %d, %d  z = %.3f\n", colnames(f$r)[p[1]], colnames(f$r)[p[2]], f$n, m$n,
               sign(f$r[p[1], p[2]] - m$r[p[1], p[2]]) * abs(z)))
 }
+
+cat("== Paired Wr.Hnd with NW.Hnd and Height with Age, by sex, on the cases complete in all four\n")
+ha <- c(); ns <- c()
+for (sex in c("Female", "Male")) {
+  d <- complete(c("Sex", "Wr.Hnd", "NW.Hnd", "Height", "Age")); d <- d[d$Sex == sex, ]
+  a <- cor.test(d$Wr.Hnd, d$NW.Hnd); b <- cor.test(d$Height, d$Age)
+  ha <- c(ha, b$estimate); ns <- c(ns, nrow(d))
+  cat(sprintf("%s N = %d: Wr.Hnd x NW.Hnd r = %.3f p = %.4f  Height x Age r = %.3f p = %.4f\n", sex, nrow(d),
+              a$estimate, a$p.value, b$estimate, b$p.value))
+}
+cat(sprintf("Height x Age, Female against Male: z = %.3f\n",
+            sign(ha[1] - ha[2]) * abs(r.test(n = ns[1], r12 = ha[1], r34 = ha[2], n2 = ns[2])$z)))
