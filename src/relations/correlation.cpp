@@ -36,9 +36,13 @@ Settings SettingsOf(const AnalysisRequest& request) {
   s.paired = request.Get(param::kPairing) == "Pair";
   const std::string_view confidence = request.Get(param::kConfidence);
   if (confidence == "90") {
-    s = {.paired = s.paired, .confidence = 90, .z = 1.6448536269514722, .level = 0};
+    s.confidence = 90;
+    s.z = 1.6448536269514722;
+    s.level = 0;
   } else if (confidence == "99") {
-    s = {.paired = s.paired, .confidence = 99, .z = 2.5758293035489004, .level = 2};
+    s.confidence = 99;
+    s.z = 2.5758293035489004;
+    s.level = 2;
   }
   s.trimPercent = std::clamp(request.Get(param::kTrimmingPercent), 0, 25);
   s.listP = request.Get(param::kListPValues);
