@@ -27,6 +27,7 @@ struct Settings {
   double z = 1.959963984540054;  // the normal quantile of the confidence
   int level = 1;                 // the column of the critical tau: 0.10, 0.05, 0.01
   int trimPercent = 0;           // 0: no winsorized r
+  int localRange = 0;            // -3 to 9: the size of the window of local correlations
   bool listP = false, basic = false, compare = false, plot = false, local = false, save = false;
   std::string regressionName;
 };
@@ -50,6 +51,7 @@ Settings SettingsOf(const AnalysisRequest& request) {
   s.compare = request.Get(param::kCompareConditionalGroups);
   s.plot = request.Get(param::kBivariatePlot);
   s.local = request.Get(param::kLocalCorrelations);
+  s.localRange = std::clamp(request.Get(param::kLocalRange), -3, 9);
   s.save = request.Get(param::kSaveRegression);
   s.regressionName = std::string(request.Get(param::kRegressionName));
   return s;
@@ -176,6 +178,7 @@ class PairReport {
   void WriteErrorVariances(const BivariateRegression& line);
   void WriteMeasure(std::string_view label, const Measure& m);
   void WriteMeasures();
+  void WriteLocalCorrelations();
 
   AnalysisRun& run_;
   ReportWriter& r_;
@@ -235,10 +238,7 @@ PairResult PairReport::Write() {
   }
   result_.measured = true;
   WriteMeasures();
-  if (s_.local) {
-    r_.BlankLine();
-    r_.Line("Sorry, under construction.");
-  }
+  if (s_.local) WriteLocalCorrelations();
   if (s_.plot) r_.Figure(SvgScatter(x_, y_, m_, Name(result_.x), Name(result_.y)));
   return result_;
 }
@@ -337,6 +337,47 @@ void PairReport::WriteMeasures() {
   r_.Line(fmt::format(" p_pos = {}   C{} = ({}; {}),  p_neg = {}   C{} = ({}; {})", Fixed(k.pPos, 2), s_.confidence,
                       Fixed(share(tau.limits.lower), 2), Fixed(share(tau.limits.upper), 2), Fixed(k.pNeg, 2),
                       s_.confidence, Fixed(share(-tau.limits.upper), 2), Fixed(share(-tau.limits.lower), 2)));
+}
+
+void PairReport::WriteLocalCorrelations() {
+  // The window holds 5% of the cases per step of the local range from -3 (5%) to 9 (65%),
+  // at least 5 cases; ten points along X show their window's line.
+  constexpr int kPoints = 10, kFewest = 5;
+  const int n = m_.n;
+  r_.BlankLine();
+  r_.Line(T("Point-wise slopes (b) and correlations (r) for detecting nonlinear relationship",
+            "Pontonkénti meredekségek (b) és korrelációk (r) a nemlineáris kapcsolat felderítésére"));
+  if (n < 2 * kFewest) {
+    r_.Line(T("Too few cases for local correlations.", "A lokális korrelációkhoz kevés az eset."));
+    return;
+  }
+  const int window = std::max(kFewest, static_cast<int>(std::lround(n * (s_.localRange + 4) * 0.05)));
+  const LocalRegression local = LocalRegressionOf(x_, y_, window, kPoints);
+  r_.BeginTable();
+  r_.FirstCell(T("X-value", "X-érték"));
+  for (std::string_view h : {T("X_left", "X_bal"), T("X_right", "X_jobb"), T("Local b", "Lokális b"),
+                             T("Local r", "Lokális r"), T("Cases", "Esetek"), T("Sign", "Szign.")}) {
+    r_.Cell(h);
+  }
+  r_.EndRow();
+  for (const LocalLine& l : local.lines) {
+    r_.FirstCell(Number(l.x));
+    r_.NumberCell(Number(l.left));
+    r_.NumberCell(Number(l.right));
+    r_.NumberCell(Number(l.slope));
+    r_.NumberCell(Fixed(l.r, 3));
+    r_.NumberCell(fmt::format("{}", l.cases));
+    r_.Cell(CorrelationP(l.r, l.cases - 2).marker);
+    r_.EndRow();
+  }
+  r_.EndTable();
+  r_.Line(T("Explained variance proportion by linear regression = ",
+            "A lineáris regresszióval magyarázott variancia aránya = ") + Fixed(local.linearShare, 4));
+  r_.Line(T("Explained variance proportion by smoothed nonlinear regression = ",
+            "A simított nemlineáris regresszióval magyarázott variancia aránya = ") + Fixed(local.smoothedShare, 4));
+  r_.Line(T("Nonlinear increment = ", "Nemlineáris többlet = ") + Fixed(local.smoothedShare - local.linearShare, 4));
+  r_.Line(T("Nonlinear correlation of smoothed nonlinear regression = ",
+            "A simított nemlineáris regresszió korrelációja = ") + Fixed(std::sqrt(local.smoothedShare), 3));
 }
 
 void PairReport::Estimate(std::vector<std::string>& cells) const {

@@ -265,6 +265,58 @@ KendallMeasures KendallOf(std::span<const double> x, std::span<const double> y) 
   return k;
 }
 
+LocalRegression LocalRegressionOf(std::span<const double> x, std::span<const double> y, int window, int points) {
+  LocalRegression out;
+  const int n = static_cast<int>(x.size());
+  window = std::clamp(window, 3, n);
+  const PairMoments all = MomentsOf(x, y);
+  out.linearShare = all.r * all.r;
+  std::vector<int> order(n);
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return x[a] < x[b]; });
+  // Prefix sums of the centred values, so that a window's moments cost O(1).
+  std::vector<double> sx(n + 1, 0), sy(n + 1, 0), sxx(n + 1, 0), sxy(n + 1, 0), syy(n + 1, 0);
+  for (int k = 0; k < n; ++k) {
+    const double u = x[order[k]] - all.meanX, v = y[order[k]] - all.meanY;
+    sx[k + 1] = sx[k] + u;
+    sy[k + 1] = sy[k] + v;
+    sxx[k + 1] = sxx[k] + u * u;
+    sxy[k + 1] = sxy[k] + u * v;
+    syy[k + 1] = syy[k] + v * v;
+  }
+  // The line of the window around rank c: its means (centred), slope and r.
+  auto line = [&](int c, double* mu, double* mv) {
+    const int lo = std::clamp(c - window / 2, 0, n - window), hi = lo + window;
+    const double m = window;
+    *mu = (sx[hi] - sx[lo]) / m;
+    *mv = (sy[hi] - sy[lo]) / m;
+    const double cxx = sxx[hi] - sxx[lo] - m * *mu * *mu, cxy = sxy[hi] - sxy[lo] - m * *mu * *mv;
+    const double cyy = syy[hi] - syy[lo] - m * *mv * *mv;
+    LocalLine l{.left = x[order[lo]], .right = x[order[hi - 1]], .cases = window};
+    if (cxx > kZeroTolerance) l.slope = cxy / cxx;
+    if (cxx > kZeroTolerance && cyy > kZeroTolerance) l.r = std::clamp(cxy / std::sqrt(cxx * cyy), -1.0, 1.0);
+    return l;
+  };
+  double residual = 0;
+  for (int c = 0; c < n; ++c) {
+    double mu = 0, mv = 0;
+    const LocalLine l = line(c, &mu, &mv);
+    const double u = x[order[c]] - all.meanX, v = y[order[c]] - all.meanY;
+    const double fitted = mv + l.slope * (u - mu);
+    residual += (v - fitted) * (v - fitted);
+  }
+  const double total = syy[n];
+  out.smoothedShare = total > kZeroTolerance ? std::max(0.0, 1 - residual / total) : 0;
+  for (int k = 0; k < points; ++k) {
+    const int c = std::clamp(static_cast<int>((k + 0.5) * n / points), 0, n - 1);
+    double mu = 0, mv = 0;
+    LocalLine l = line(c, &mu, &mv);
+    l.x = x[order[c]];
+    out.lines.push_back(l);
+  }
+  return out;
+}
+
 namespace {
 
 // tableByN[n - 2][level]: the critical tau of n cases at 0.10, 0.05, 0.01.

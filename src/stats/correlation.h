@@ -76,6 +76,23 @@ struct KendallMeasures {
 };
 KendallMeasures KendallOf(std::span<const double> x, std::span<const double> y);
 
+// Local linear regression along X: the cases sorted by X, a window of `window` neighbouring
+// cases (by rank) around each case. `points` evenly spaced ranks report their window's
+// line; every case gets the fitted value of its own window's line, whose share of the
+// variance of Y is the smoothed regression's.
+struct LocalLine {
+  double x = 0, left = 0, right = 0;  // the X of the centre case and the window's ends
+  double slope = 0, r = 0;
+  int cases = 0;
+};
+struct LocalRegression {
+  std::vector<LocalLine> lines;
+  double linearShare = 0;    // r squared
+  double smoothedShare = 0;  // 1 - residual / total sum of squares of the smoothed fit
+};
+// window is held from 3 to n; n at least 3.
+LocalRegression LocalRegressionOf(std::span<const double> x, std::span<const double> y, int window, int points);
+
 // The null SD of tau without ties, sqrt(2(2n + 5)/(9n(n - 1))).
 double TauNullSd(int n);
 

@@ -71,10 +71,13 @@ INSTANTIATE_TEST_SUITE_P(
         // the exact markers of tau with ties, a constant Y, a perfect line.
         CorrelationReport{"correlation_en_corners.txt", "correlation",
                           "--command 31 --vars X --y Y,Const,Twice --cond Grp --set basicStatistics=on --lang en"},
-        // Paired lists, a constant X, winsorizing 25%, local correlations still to come.
+        // Paired lists, a constant X, winsorizing 25%, local lines of the smallest window.
         CorrelationReport{"correlation_hu_pair.txt", "correlation",
                           "--command 31 --vars X,Const --y Y,Twice --set pairing=Pair --set trimmingPercent=25 "
                           "--set localCorrelations=Yes --set bivariatePlot=Yes --lang hu"},
+        // Local lines of a window of 62 cases along Height.
+        CorrelationReport{"survey_corr_en_local.txt", "survey",
+                          "--command 31 --vars Height --y Wr.Hnd --set localCorrelations=Yes --set localRange=2 --lang en"},
         // Three X and two Y variables can't be paired.
         CorrelationReport{"correlation_en_refused.txt", "correlation",
                           "--command 31 --vars Grp,X,Y --y Const,Twice --set pairing=Pair --lang en"},

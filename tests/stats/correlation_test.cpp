@@ -170,3 +170,43 @@ TEST(CorrelationMatrix, SpearmanPartialAndDeterminantAgreeWithR) {
 
 }  // namespace
 }  // namespace tarvika
+
+namespace tarvika {
+namespace {
+
+// Each reported local line is the line of its window's cases computed directly; a straight
+// line is fitted exactly by both regressions, a parabola far better by the smoothed one.
+TEST(LocalRegression, WindowsAreThoseOfTheSortedCases) {
+  std::vector<double> x, y;
+  for (int i = 0; i < 60; ++i) {
+    x.push_back((i * 37) % 60 * 0.5);  // unsorted, no ties
+    y.push_back(x.back() * x.back() + (i % 7));
+  }
+  const LocalRegression local = LocalRegressionOf(x, y, 12, 5);
+  ASSERT_EQ(local.lines.size(), 5u);
+  for (const LocalLine& l : local.lines) {
+    std::vector<double> wx, wy;
+    for (size_t i = 0; i < x.size(); ++i) {
+      if (x[i] >= l.left && x[i] <= l.right) {
+        wx.push_back(x[i]);
+        wy.push_back(y[i]);
+      }
+    }
+    ASSERT_EQ(static_cast<int>(wx.size()), l.cases);
+    const PairMoments m = MomentsOf(wx, wy);
+    EXPECT_NEAR(l.r, m.r, 1e-9);
+    EXPECT_NEAR(l.slope, RegressionOf(m).yOnX.slope, 1e-9);
+    EXPECT_GE(l.x, l.left);
+    EXPECT_LE(l.x, l.right);
+  }
+  EXPECT_GT(local.smoothedShare, local.linearShare + 0.01);
+
+  std::vector<double> line;
+  for (double v : x) line.push_back(3 - 2 * v);
+  const LocalRegression straight = LocalRegressionOf(x, line, 12, 5);
+  EXPECT_NEAR(straight.linearShare, 1, 1e-12);
+  EXPECT_NEAR(straight.smoothedShare, 1, 1e-9);
+}
+
+}  // namespace
+}  // namespace tarvika

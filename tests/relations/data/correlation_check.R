@@ -68,3 +68,17 @@ for (g in 2:4) {
   show(paste("corner group", g, "X x Twice"), X[grp == g], 2 * X[grp == g] + 1)
 }
 show("corner pairs X x Y, 25% winsorized", X, Y, trim = 25)
+
+# survey_corr_en_local.txt: the local lines of Height and Wr.Hnd with local range 2, a window
+# of 62 of the 208 cases sorted by Height (ties in case order), around the ranks
+# floor((k + 0.5) * 208 / 10) for k = 0..9; lm and cor on each window.
+d <- s[!is.na(s$Height) & !is.na(s$Wr.Hnd), c("Height", "Wr.Hnd")]
+d <- d[order(d$Height), ]
+n <- nrow(d); w <- 62
+for (k in 0:9) {
+  c <- floor((k + 0.5) * n / 10)
+  lo <- min(max(c - w %/% 2, 0), n - w)
+  win <- d[(lo + 1):(lo + w), ]
+  cat(sprintf("x = %g  [%g, %g]  b = %.4f  r = %.3f  p = %.4f\n", d$Height[c + 1], win$Height[1], win$Height[w],
+              coef(lm(Wr.Hnd ~ Height, win))[2], cor(win$Height, win$Wr.Hnd), cor.test(win$Height, win$Wr.Hnd)$p.value))
+}
