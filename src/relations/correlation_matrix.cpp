@@ -109,7 +109,9 @@ void MatrixReport::Read() {
   std::vector<double> value(k + 1, 0);
   std::vector<std::uint8_t> missing(k + 1, 1);
   columns_.assign(k, {});
+  int seen = 0;
   for (int row : run_.GroupRows()) {
+    if (++seen % 10000 == 0) run_.ShowCaseProgress(row);
     feed.ReadRow(row, k, value, missing);
     if (std::any_of(missing.begin() + 1, missing.end(), [](std::uint8_t m) { return m != 0; })) continue;
     for (int i = 0; i < k; ++i) columns_[i].push_back(value[i + 1]);
