@@ -2,6 +2,8 @@
 
 #include "frame/parameter_names.h"
 #include "groups/one_way_independent.h"
+#include "relations/correlation.h"
+#include "relations/correlation_matrix.h"
 #include "relations/crosstab.h"
 #include "single/single_sample_run.h"
 #include "workspace/main_menu.h"
@@ -97,16 +99,22 @@ std::vector<CommandInfo> Rows() {
       // The relationship dialog, in the order of its list.
       {.code = kCorrelationRegression, .dialog = D::Relations,
        .english = "Correlation, regression", .hungarian = "Korreláció, regresszió",
+       .titleEnglish = "Bivariate correlation, linear regression",
+       .titleHungarian = "Kétváltozós korreláció, lineáris regresszió",
        .outputNames = {{p::kRegressionName.name, p::kSaveRegression.name, "RegVar"}},
        .parameters = {p::kPairing.name, p::kConfidence.name, p::kTrimmingPercent.name, p::kLocalCorrelations.name,
                       p::kLocalRange.name, p::kBivariatePlot.name, p::kListPValues.name, p::kBasicStatistics.name,
-                      p::kCompareConditionalGroups.name, p::kSaveRegression.name, p::kRegressionName.name}},
+                      p::kCompareConditionalGroups.name, p::kSaveRegression.name, p::kRegressionName.name},
+       .analyse = BivariateCorrelation},
       {.code = kCorrelationMatrix, .dialog = D::Relations,
        .english = "Correlation, partial correlation matrix", .hungarian = "Korrelációs, parciális korrelációs mátrix",
+       .titleEnglish = "Correlation, partial correlation matrix",
+       .titleHungarian = "Korrelációs, parciális korrelációs mátrix",
        .parameters = {p::kPairing.name, p::kCorrelationType.name, p::kListCorrelations.name, p::kListLength.name,
                       p::kListByAbsoluteValue.name, p::kListDescending.name, p::kListPValues.name,
                       p::kBasicStatistics.name, p::kCompareConditionalGroups.name, p::kSignificantOnly.name,
-                      p::kSignificanceLevel.name}},
+                      p::kSignificanceLevel.name},
+       .analyse = CorrelationMatrix},
       {.code = kCrosstab, .dialog = D::Relations,
        .english = "Relationship of discrete variables - Crosstab",
        .hungarian = "Diszkrét változók kapcsolata - kereszttábla",

@@ -160,9 +160,11 @@ OrderStatistics ValueTable::OrderStats(int n, double minimum, double maximum) {
   return out;
 }
 
+int TrimmedCount(int n, double percent) { return static_cast<int>(std::round(0.01 * percent * n + kZeroTolerance)); }
+
 TrimmedStatistics ValueTable::TrimmedStats(int n, double p) {
   TrimmedStatistics out;
-  int g = static_cast<int>(std::round(0.01 * p * n + kZeroTolerance));
+  int g = TrimmedCount(n, p);
   int h = n - 2 * g;
   out.trimmedCount = g;
   out.keptCount = h;

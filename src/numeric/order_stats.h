@@ -27,6 +27,10 @@ void SortValuesWithIntsAndBytes(std::span<double> keys, std::span<std::int32_t> 
 // at position i (counted from 1) gets (t + 1)/2 + i - 1.
 void MidRanks(std::span<double> values, int n);
 
+// The number g of values cut (or winsorized) at each end of n values for a trimming
+// percentage: round(n * percent / 100).
+int TrimmedCount(int n, double percent);
+
 struct OrderStatistics {
   double median = 0;
   double quartile1 = 0;
