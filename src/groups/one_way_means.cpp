@@ -50,7 +50,6 @@ struct Comparison {
   int minN = 0, maxN = 0;
   bool zeroSd = false;
   bool smallGroup = false;  // some assigned group has at most 2 cases
-  int lastGroup = 0;        // the group of the last case read
   VarianceTest obrien, levene;
   AnovaFamilyResult anova;
   AnovaEffects effects;
@@ -108,7 +107,6 @@ bool IntervalPass::Read() {
     const int group = FindMergedGroup(definition, value[2]);
     if (group == 0) continue;
     c_.values[group - 1].push_back(value[1]);
-    c_.lastGroup = group - 1;
   }
   c_.moments.assign(c_.kAssigned, MomentAccumulator());
   c_.groups.assign(c_.kAssigned, GroupSample{});
@@ -144,7 +142,7 @@ void IntervalPass::WriteTooFewGroups() {
 void IntervalPass::Compute() {
   percent_ = run_.request.Get(param::kTrimmingPercent);
   c_.trimmed = percent_ >= 1;
-  c_.obrien = OBrienTest(c_.values, c_.groups, c_.lastGroup);
+  c_.obrien = OBrienTest(c_.values, c_.groups);
   c_.levene = LeveneTest(c_.values, c_.groups);
   c_.anova = AnovaFamily(c_.groups);
   c_.effects = Effects(c_.anova);
@@ -280,7 +278,7 @@ void IntervalPass::WriteVarianceTests() {
 }
 
 void IntervalPass::WriteInterval(std::string_view label, double t, double df) {
-  const DifferenceInterval i = IntervalFromT(c_.difference, t, CriticalFAt(run_.tables.f, static_cast<int>(df), 95));
+  const DifferenceInterval i = IntervalFromT(c_.difference, t, CriticalF95(df));
   if (!i.defined) {
     r_.Line(fmt::format("{} C(0.95) = ({:.4f}; {:.4f})", label, c_.difference, c_.difference));
     return;
@@ -396,7 +394,6 @@ void IntervalPass::WriteTrimmed() {
                                 T("Winsor.", "Winsor."), T("Trimmed", "Trimmelt"), std::string_view()}) {
     r_.Cell(head);
   }
-  r_.Cell("");
   r_.EndRow();
   r_.FirstCell("Index");
   const std::string groupName = PaddedName(run_.request.shortNames.at(grouping));
@@ -429,7 +426,7 @@ void IntervalPass::WriteTrimmed() {
     if (std::fabs(y.statistic) > kTiny && scale > kTiny) {
       const double diff = c_.trim[0].mean - c_.trim[1].mean;
       const DifferenceInterval i =
-          IntervalFromT(diff, y.statistic, CriticalFAt(run_.tables.f, static_cast<int>(y.df2), 95));
+          IntervalFromT(diff, y.statistic, CriticalF95(y.df2));
       const int d = IntervalDecimals(i.low, i.high);
       r_.Line(T("95% level confidence interval for the Tm1-Tm2 difference of",
                 "95%-os konfidenciaintervallum a Tm1-Tm2 különbségre, az elméleti"));

@@ -214,8 +214,21 @@ double JamesCritical(std::span<const GroupSample> groups, int level) {
 
 namespace {
 
-// The test on the scores of the groups: F when the sizes are equal or a group of the data has
-// no variance, else W. scoreSd[j] is the SD of the scores of group j.
+// A score group without spread (a constant group of the data) takes 0.33 times the smallest
+// positive score SD of the groups, so that the test stays defined; 0 when there is none.
+void SubstituteZeroSpread(std::span<const GroupSample> groups, std::vector<GroupSample>& scores) {
+  double smallest = 0;
+  for (std::size_t j = 0; j < groups.size(); ++j) {
+    const double sd = std::sqrt(scores[j].variance);
+    if (groups[j].n > 1 && sd >= kTiny && (smallest == 0 || sd < smallest)) smallest = sd;
+  }
+  for (std::size_t j = 0; j < groups.size(); ++j) {
+    if (groups[j].n > 1 && std::sqrt(scores[j].variance) < kTiny) scores[j].variance = Square(0.33 * smallest);
+  }
+}
+
+// The test on the scores of the groups: the ANOVA F when the sizes are equal or a group of the
+// data has no variance, else Welch's W, whose weights need every score group to vary.
 VarianceTest ScoreTest(std::span<const GroupSample> groups, const std::vector<GroupSample>& scores) {
   VarianceTest t;
   t.done = true;
@@ -227,11 +240,22 @@ VarianceTest ScoreTest(std::span<const GroupSample> groups, const std::vector<Gr
     maxN = std::max(maxN, g.n);
     if (g.variance < kTiny) zeroSd = true;
   }
-  const WelchPairResult pair = AnovaWelchPair(scores);
   t.welchType = maxN != minN && !zeroSd;
-  t.df1 = pair.df1;
-  t.statistic = t.welchType ? pair.W : pair.F;
-  t.df2 = t.welchType ? pair.dfWelch : pair.df2;
+  if (t.welchType) {
+    std::vector<GroupSample> spread = scores;
+    SubstituteZeroSpread(groups, spread);
+    const WelchPairResult pair = AnovaWelchPair(spread);
+    t.df1 = pair.df1;
+    t.statistic = pair.W;
+    t.df2 = pair.dfWelch;
+  } else {
+    const std::vector<GroupSample> a = Active(scores);
+    const BetweenWithin s = Sums(a);
+    t.df1 = static_cast<double>(a.size()) - 1;
+    t.df2 = s.total - static_cast<double>(a.size());
+    const double msWithin = s.ssWithin / t.df2;
+    if (s.ssBetween > kTiny) t.statistic = msWithin > kTiny ? s.ssBetween / (t.df1 * msWithin) : 999999;
+  }
   if (t.statistic < kTiny) t.statistic = 0;
   t.p = FProb(t.statistic, t.df1, t.df2);
   return t;
@@ -241,7 +265,6 @@ VarianceTest ScoreTest(std::span<const GroupSample> groups, const std::vector<Gr
 
 VarianceTest LeveneTest(const std::vector<std::vector<double>>& values, std::span<const GroupSample> groups) {
   std::vector<GroupSample> scores(groups.size());
-  double smallest = 999999999;
   for (std::size_t j = 0; j < groups.size(); ++j) {
     const GroupSample& g = groups[j];
     if (g.n < 2) continue;
@@ -249,17 +272,11 @@ VarianceTest LeveneTest(const std::vector<std::vector<double>>& values, std::spa
     d.reserve(values[j].size());
     for (double x : values[j]) d.push_back(std::fabs(x - g.mean));
     scores[j] = SummarizeGroup(d);
-    if (scores[j].variance > 0 && std::sqrt(scores[j].variance) < smallest) smallest = std::sqrt(scores[j].variance);
-  }
-  if (smallest == 999999999) smallest = 0;
-  for (std::size_t j = 0; j < groups.size(); ++j) {
-    if (groups[j].n > 1 && std::sqrt(scores[j].variance) < kTiny) scores[j].variance = Square(0.33 * smallest);
   }
   return ScoreTest(groups, scores);
 }
 
-VarianceTest OBrienTest(const std::vector<std::vector<double>>& values, std::span<const GroupSample> groups,
-                        int substituteGroup) {
+VarianceTest OBrienTest(const std::vector<std::vector<double>>& values, std::span<const GroupSample> groups) {
   for (const GroupSample& g : groups) {
     if (g.n <= 2) return VarianceTest{};
   }
@@ -272,15 +289,10 @@ VarianceTest OBrienTest(const std::vector<std::vector<double>>& values, std::spa
       const double r = (Square(x - g.mean) * ((v - 0.5) / v) * (v + 1) - 0.5 * g.variance) / (g.n - 2);
       ss += Square(g.variance - r);
     }
+    // The mean of a group's scores is its variance.
     scores[j].n = g.n;
     scores[j].mean = g.variance;
     scores[j].variance = ss >= kTiny ? ss / (g.n - 1) : 0;
-  }
-  // The substitute is the score SD of one group, not the smallest of them.
-  const double sd = std::sqrt(scores[substituteGroup].variance);
-  const double substitute = sd >= kTiny ? sd : 0;
-  for (GroupSample& s : scores) {
-    if (std::sqrt(s.variance) < kTiny) s.variance = Square(0.33 * substitute);
   }
   return ScoreTest(groups, scores);
 }
@@ -299,6 +311,19 @@ AnovaEffects Effects(const AnovaFamilyResult& a) {
   e.omegaSquared = (a.ssBetween - a.df1 * a.msWithin) / (ssTotal + a.msWithin);
   if (e.omegaSquared < kTiny) e.omegaSquared = 0;
   return e;
+}
+
+double CriticalF95(double df) {
+  double lo = 0, hi = 1000;
+  for (int step = 0; step < 100 && hi - lo > 1e-10; ++step) {
+    const double mid = 0.5 * (lo + hi);
+    if (StudentP2(mid, df).p > 0.05) {
+      lo = mid;
+    } else {
+      hi = mid;
+    }
+  }
+  return Square(0.5 * (lo + hi));
 }
 
 DifferenceInterval IntervalFromT(double difference, double t, double criticalF) {

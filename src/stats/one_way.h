@@ -59,7 +59,9 @@ double JamesCritical(std::span<const GroupSample> groups, int level);
 double ChiSquareQuantileByBisection(double alpha, int df);
 
 // A test of equal variances: the ANOVA on the scores, or the Welch W on them when the group
-// sizes differ and no group has zero variance.
+// sizes differ and no group has zero variance. For W a score group whose SD is below 1e-8
+// takes 0.33 times the smallest positive score SD (a group of two cases has equal absolute
+// deviations); the F needs no such help and is the textbook test.
 struct VarianceTest {
   bool done = false;
   bool welchType = false;
@@ -68,13 +70,9 @@ struct VarianceTest {
   PValue p;
 };
 // values[j] are the values of group j (empty for an empty group); groups[j] their summaries.
-// A score group whose SD is below 1e-8 takes 0.33 times the smallest positive score SD.
 VarianceTest LeveneTest(const std::vector<std::vector<double>>& values, std::span<const GroupSample> groups);
-// Only when every group has more than two cases. The substituted SD of a score group
-// without spread is 0.33 times the score SD of `substituteGroup` (the group of the last
-// case of the data), or 0 when that has none.
-VarianceTest OBrienTest(const std::vector<std::vector<double>>& values, std::span<const GroupSample> groups,
-                        int substituteGroup);
+// Only when every group has more than two cases (else not done).
+VarianceTest OBrienTest(const std::vector<std::vector<double>>& values, std::span<const GroupSample> groups);
 
 // Welch's df of two variance terms q1 = s1^2/n1 and q2 = s2^2/n2.
 double WelchDf(double n1, double n2, double q1, double q2);
@@ -84,6 +82,10 @@ struct AnovaEffects {
   double eta = 0, etaSquared = 0, omegaSquared = 0;
 };
 AnovaEffects Effects(const AnovaFamilyResult& a);
+
+// The critical F(1, df) at 0.05, the square of the two-sided t quantile, for a df that need
+// not be whole (Welch's, Yuen's): by bisection of the t distribution's tail.
+double CriticalF95(double df);
 
 // The mean difference interval: D -/+ |D/t| sqrt(critical F(1, df)); none when t is 0.
 struct DifferenceInterval {

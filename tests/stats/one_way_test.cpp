@@ -55,7 +55,7 @@ TEST(OneWay, TestsOfMeansAndVariancesAgreeWithR) {
     EXPECT_EQ(a.dfBF, std::round(want("bf_df2")));
 
     const VarianceTest levene = LeveneTest(g.values, g.samples);
-    const VarianceTest obrien = OBrienTest(g.values, g.samples, 0);
+    const VarianceTest obrien = OBrienTest(g.values, g.samples);
     ASSERT_TRUE(obrien.done);
     EXPECT_EQ(levene.welchType, !equalSizes);
     if (equalSizes) {
@@ -84,6 +84,8 @@ TEST(OneWay, TestsOfMeansAndVariancesAgreeWithR) {
       EXPECT_NEAR(std::sqrt(a.W), std::fabs(want("welch_t")), 1e-9);
       EXPECT_NEAR(a.dfWelch, want("welch_t_df"), 1e-9);
       EXPECT_NEAR(StudentP2(std::sqrt(a.W), a.dfWelch).p, want("welch_t_p"), 5e-5);
+      EXPECT_NEAR(CriticalF95(a.df2), want("qf_t"), 1e-5);
+      EXPECT_NEAR(CriticalF95(a.dfWelch), want("qf_welch"), 1e-5);
       const double d = g.samples[0].mean - g.samples[1].mean;
       const DifferenceInterval ci = IntervalFromT(d, -std::sqrt(a.F), want("qf_t"));
       EXPECT_NEAR(ci.low, want("t_low"), 1e-9);
@@ -121,6 +123,18 @@ TEST(OneWay, JamesCriticalValuesApproachTheChiSquareQuantilesForLargeGroups) {
   }
 }
 
+TEST(OneWay, AConstantGroupLeavesTheFTestsOfVariancesAsR) {
+  const ReferenceCsv reference("constant_group.csv", "stats");
+  const Groups g = Split(Numbers(reference.Text(0, "values")), Numbers(reference.Text(0, "groups")));
+  const VarianceTest levene = LeveneTest(g.values, g.samples);
+  const VarianceTest obrien = OBrienTest(g.values, g.samples);
+  EXPECT_FALSE(levene.welchType);
+  EXPECT_NEAR(levene.statistic, reference.Number(0, "levene_F"), 1e-9);
+  EXPECT_NEAR(levene.p.p, reference.Number(0, "levene_p"), 5e-5);
+  EXPECT_NEAR(obrien.statistic, reference.Number(0, "obrien_F"), 1e-9);
+  EXPECT_NEAR(obrien.p.p, reference.Number(0, "obrien_p"), 5e-5);
+}
+
 TEST(OneWay, ZeroVarianceAndSmallGroups) {
   // A constant group: F stays, Welch and James are undefined; a group of one case takes no part.
   const std::vector<std::vector<double>> values = {{1, 2, 3, 4}, {5, 5, 5}, {7}, {2, 4, 6, 9, 1}};
@@ -133,12 +147,18 @@ TEST(OneWay, ZeroVarianceAndSmallGroups) {
   EXPECT_LT(a.F, 999999);
   EXPECT_EQ(a.W, -1);
   EXPECT_EQ(a.U, -1);
-  // The constant group's absolute deviations get a third of the smallest other SD: the test
-  // is defined. O'Brien's needs every group above two cases.
-  const VarianceTest levene = LeveneTest(values, samples);
-  EXPECT_FALSE(levene.welchType);
+  // O'Brien's test needs every group above two cases.
+  EXPECT_FALSE(OBrienTest(values, samples).done);
+
+  // Groups of two cases have equal absolute deviations: in Welch's form their score SD is a
+  // third of the smallest other one, and the test stays finite.
+  const std::vector<std::vector<double>> pairs = {{1, 3}, {2, 6}, {1, 2, 4, 8, 3}};
+  std::vector<GroupSample> pairSamples;
+  for (const auto& v : pairs) pairSamples.push_back(SummarizeGroup(v));
+  const VarianceTest levene = LeveneTest(pairs, pairSamples);
+  EXPECT_TRUE(levene.welchType);
   EXPECT_GT(levene.statistic, 0);
-  EXPECT_FALSE(OBrienTest(values, samples, 0).done);
+  EXPECT_LT(levene.statistic, 999);
 
   // Two groups, one constant: Welch's t is still defined.
   const std::vector<GroupSample> two = {samples[0], samples[1]};

@@ -107,3 +107,14 @@ write.csv(rows, "one_way.csv", row.names = FALSE)
 # groups grow: k - 1 = 3 df at 0.10, 0.05, 0.01, 0.001.
 write.csv(data.frame(df = 3, alpha = c(0.10, 0.05, 0.01, 0.001), quantile = qchisq(c(0.90, 0.95, 0.99, 0.999), 3)),
           "chi_square_quantiles.csv", row.names = FALSE)
+
+# Four groups, the last constant: the F forms of Levene's and O'Brien's tests are defined
+# (the constant group adds nothing to the within sum).
+y <- c(5.1, 6.3, 4.8, 5.9, 6.1, 5.5, 7.2, 9.8, 6.1, 8.4, 10.9, 7.7, 9.3, 8.8, 6.6,
+       4.2, 12.5, 7.9, 3.1, 10.4, 8.8, 5.7, 11.2, 6.4, 9.9, 2.8, rep(6.5, 5))
+g <- c(rep(1, 6), rep(2, 9), rep(3, 11), rep(4, 5)); f <- factor(g)
+lev <- leveneTest(y ~ f, center = mean)
+ob <- oneway.test(obrien_scores(y, g) ~ f, var.equal = TRUE)
+write.csv(data.frame(values = join(y), groups = join(g), levene_F = lev[1, "F value"], levene_p = lev[1, "Pr(>F)"],
+                     obrien_F = unname(ob$statistic), obrien_p = ob$p.value),
+          "constant_group.csv", row.names = FALSE)
