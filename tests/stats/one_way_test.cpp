@@ -166,6 +166,15 @@ TEST(OneWay, ZeroVarianceAndSmallGroups) {
   EXPECT_NEAR(t.W, std::pow(2.5 - 5, 2) / (samples[0].variance / 4), 1e-12);
   EXPECT_NEAR(t.dfWelch, 3, 1e-12);
 
+  // Trimmed groups without winsorized spread: Yuen's t is the sentinel 99 on h1 + h2 - 2 df.
+  const TrimmedGroup ta = TrimGroup(std::vector<double>{1, 5, 5, 5, 9}, 20);
+  const TrimmedGroup tb = TrimGroup(std::vector<double>{2, 7, 7, 7, 7, 7, 11}, 20);
+  EXPECT_EQ(ta.kept, 3);
+  EXPECT_EQ(tb.kept, 5);
+  const TrimmedTest y = YuenTest(ta, tb);
+  EXPECT_EQ(y.statistic, 99);
+  EXPECT_EQ(y.df2, 6);
+
   // All groups constant: nothing but the df.
   const std::vector<GroupSample> flat = {{3, 1, 0}, {4, 2, 0}};
   const AnovaFamilyResult f = AnovaFamily(flat);
