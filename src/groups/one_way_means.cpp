@@ -9,6 +9,7 @@
 #include "frame/parameter_names.h"
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"
+#include "stats/ancova.h"
 #include "stats/moments.h"
 #include "stats/one_way.h"
 #include "workspace/workspace.h"
@@ -38,6 +39,9 @@ std::string SignSlot(double x) {
   return x < 0 ? text : " " + text;
 }
 
+// A correlation with a blank in place of the plus sign, 3 decimals.
+std::string SignSlot3(double x) { return x < 0 ? Fixed(x, 3) : " " + Fixed(x, 3); }
+
 std::string PText(const PValue& p) { return fmt::format("  (p = {:.4f}){}", p.p, p.marker); }
 
 // Everything the report of one dependent shows, computed before a line is written.
@@ -60,6 +64,11 @@ struct Comparison {
   bool trimmedUsable = false;
   std::vector<TrimmedGroup> trim;  // per active group
   TrimmedTest trimmedTest;
+  int covariate = 0;  // its variable, 0 for none
+  std::vector<AncovaGroupData> complete;  // per group, the cases valid on the covariate too
+  std::vector<double> completeX, completeC, completeCode;  // the same cases in one series
+  AncovaResult ancova;
+  double partialR = 0;
   int keepRank = 0;  // the largest MarkRank of the reported tests
 };
 
@@ -84,6 +93,7 @@ class IntervalPass {
   void WriteInterval(std::string_view label, double t, double df);
   void ComputeTrimmed();
   void WriteTrimmed();
+  void WriteAncova();
 
   AnalysisRun& run_;
   ReportWriter& r_;
@@ -98,15 +108,25 @@ bool IntervalPass::Read() {
   const GroupDefinition definition = GetGroupDefinition(run_.ws, grouping);
   c_.kAssigned = definition.distinct;
   c_.values.assign(c_.kAssigned, {});
-  DataFeed feed(run_.ws, r_.Missing(), {0, dependent_, grouping});
-  std::vector<double> value(3, 0);
-  std::vector<std::uint8_t> missing(3, 1);
+  const SelectedIndex& index = run_.index;
+  c_.covariate = index.covariates > 0 ? index.columns[index.analysed + index.covariates] : 0;
+  c_.complete.assign(c_.kAssigned, {});
+  DataFeed feed(run_.ws, r_.Missing(), {0, dependent_, grouping, c_.covariate > 0 ? c_.covariate : dependent_});
+  std::vector<double> value(4, 0);
+  std::vector<std::uint8_t> missing(4, 1);
   for (int row : run_.GroupRows()) {
-    feed.ReadRow(row, 2, value, missing);
+    feed.ReadRow(row, 3, value, missing);
     if (missing[1] || missing[2]) continue;
     const int group = FindMergedGroup(definition, value[2]);
     if (group == 0) continue;
     c_.values[group - 1].push_back(value[1]);
+    if (c_.covariate > 0 && !missing[3]) {
+      c_.complete[group - 1].x.push_back(value[1]);
+      c_.complete[group - 1].c.push_back(value[3]);
+      c_.completeX.push_back(value[1]);
+      c_.completeC.push_back(value[3]);
+      c_.completeCode.push_back(value[2]);
+    }
   }
   c_.moments.assign(c_.kAssigned, MomentAccumulator());
   c_.groups.assign(c_.kAssigned, GroupSample{});
@@ -159,6 +179,11 @@ void IntervalPass::Compute() {
     c_.pBF = FProb(a.BF, a.df1, a.dfBF);
   }
   if (c_.trimmed) ComputeTrimmed();
+  if (c_.covariate > 0) {
+    c_.ancova = Ancova(c_.complete);
+    c_.partialR = PartialCorrelation(PearsonR(c_.completeX, c_.completeC), PearsonR(c_.completeX, c_.completeCode),
+                                     PearsonR(c_.completeC, c_.completeCode));
+  }
   // The tests whose p the report shows decide whether a "significant only" run keeps the variable.
   if (c_.obrien.done && c_.obrien.df2 > 0) Keep(c_.obrien.p.marker);
   Keep(c_.levene.p.marker);
@@ -167,6 +192,7 @@ void IntervalPass::Compute() {
   if (welchDefined) Keep(c_.pWelch.marker);
   if (a.k > 2 && welchDefined) Keep(a.jamesMarker);
   if (c_.trimmedUsable) Keep(c_.trimmedTest.p.marker);
+  if (c_.ancova.done) Keep(c_.ancova.p.marker);
 }
 
 void IntervalPass::ComputeTrimmed() {
@@ -209,6 +235,7 @@ void IntervalPass::Write() {
   // The pairwise comparisons of means (Tukey-Kramer, Games-Howell) belong here when some
   // test of means has p <= 0.10; they come with the pairwise module.
   if (c_.trimmed) WriteTrimmed();
+  if (c_.covariate > 0) WriteAncova();
 }
 
 void IntervalPass::WriteGroupTable() {
@@ -440,6 +467,81 @@ void IntervalPass::WriteTrimmed() {
   }
   // The pairwise comparison of trimmed means (Games-Howell) belongs here when the test has a
   // marker; it comes with the pairwise module.
+}
+
+void IntervalPass::WriteAncova() {
+  const AncovaResult& a = c_.ancova;
+  if (!a.done) {
+    r_.BlankLine();
+    r_.Line(T("Number of groups having at least 3 usable cases is less than 2.",
+              "A legalább 3 használható esetet tartalmazó csoportok száma kisebb, mint 2."));
+    r_.Line(T("The ANCOVA for this dependent variable will not be performed.",
+              "Erre a függő változóra a kovarianciaanalízis elmarad."));
+    return;
+  }
+  const int grouping = run_.index.columns[run_.index.grouping];
+  const GroupDefinition definition = GetGroupDefinition(run_.ws, grouping);
+  const std::string& x = run_.request.shortNames.at(dependent_);
+  const std::string& cov = run_.request.shortNames.at(c_.covariate);
+  r_.BlankLine();
+  r_.Line(T("ANALYSIS OF COVARIANCE", "KOVARIANCIAANALÍZIS"));
+  r_.Line(std::string(T("Covariate = ", "Kovariáns = ")) + NameWithLong(run_.ws, c_.covariate));
+  r_.Line(T(" (ANOVA on dependent variable, removing the linear effect of the covariate)",
+            " (varianciaanalízis a függő változón, a kovariáns lineáris hatásának kiszűrésével)"));
+  const std::string rHead = " r(" + x + ", " + cov + ")";
+  const std::string groupName = PaddedName(run_.request.shortNames.at(grouping));
+  r_.BeginTable();
+  r_.FirstCell("Index");
+  for (std::string_view head : {std::string_view(groupName),
+                                T("Size", "Elemszám"), T("Mean", "Átlag"), T("Adj.Mean", "Korr.átlag"),
+                                std::string_view(rHead)}) {
+    r_.Cell(head);
+  }
+  r_.EndRow();
+  for (std::size_t i = 0; i < a.used.size(); ++i) {
+    const AncovaGroupResult& g = a.groups[i];
+    r_.FirstCellRightAligned(std::to_string(a.used[i] + 1), 4);
+    r_.Cell(PaddedName(definition.distinctNames[a.used[i] + 1]));
+    r_.Cell(std::to_string(g.n));
+    r_.WriteRatio(9, 9, 1, g.meanX, 1);
+    r_.WriteRatio(9, 0, 1, g.adjustedMean, 1);
+    r_.Cell(fmt::format("{}  (p = {:.3f}){}", SignSlot3(g.r), g.rP.p, g.rP.marker));
+    r_.EndRow();
+  }
+  r_.EndTable();
+  r_.BlankLine();
+  r_.Line(fmt::format("{}{}{}{}{}{}):  r = {:5.3f}{}", T("Pearson correlation between ", "Pearson-féle korreláció: "), x,
+                      T(" and ", " és "), cov, T(" for the whole sample (df = ", " a teljes mintán (df = "),
+                      a.total - 2, a.r, PText(a.rP)));
+  if (definition.kind <= 3) {
+    r_.Line(fmt::format("{}:  r(xc.g) = {:.3f}{}",
+                        T("Partial correlation after removing the effect of grouping variable",
+                          "Parciális korreláció a csoportosító változó hatásának kiszűrése után"),
+                        c_.partialR, PText(CorrelationP2(c_.partialR, a.total - 3))));
+  }
+  r_.Line(T("Testing the equality of theoretical group correlations:",
+            "Az elméleti csoportkorrelációk egyenlőségének tesztelése:"));
+  r_.Line(fmt::format(" Chi2({:.0f}) = {:3.3f}{}", a.df1, a.chiSquare, PText(a.chiSquareP)));
+  r_.BlankLine();
+  r_.Line(fmt::format("{}{:.3f}",
+                      T("Partial Eta-squared after removing the linear effect of the covariate = ",
+                        "Parciális eta-négyzet a kovariáns lineáris hatásának kiszűrése után = "),
+                      a.partialEtaSquared));
+  r_.Line(fmt::format("{}{:.3f}",
+                      T("Omega squared (~ Adjusted R squared) after removing the linear effect of the covariate = ",
+                        "Omega négyzet (~ korrigált R négyzet) a kovariáns lineáris hatásának kiszűrése után = "),
+                      a.omegaSquared));
+  if (a.df1 == 1) {
+    r_.Line(fmt::format("{}{:.3f}",
+                        T("Cohen delta effect size after removing the linear effect of the covariate: d = ",
+                          "Cohen-féle delta hatásnagyság a kovariáns lineáris hatásának kiszűrése után: d = "),
+                        a.cohenD));
+  }
+  r_.BlankLine();
+  r_.Line(T("Testing the equality of adjusted group means:", "A korrigált csoportátlagok egyenlőségének tesztelése:"));
+  r_.Line(fmt::format(" F({:.0f}; {:.0f}) = {:.3f}{}", a.df1, a.df2, a.F, PText(a.p)));
+  // The pairwise comparisons of the adjusted means belong here when p <= 0.10; they come
+  // with the pairwise module.
 }
 
 }  // namespace

@@ -61,8 +61,13 @@ INSTANTIATE_TEST_SUITE_P(
         // A group of one case and an empty group; an ordinal dependent waits for its tests.
         OneWayReport{"oneway_en_single.txt", "oneway",
                      "--vars Score,Time --group Group5 --set scaleType:Time=ordinal --lang en"},
-        // Conditional groups: fewer than two groups of two, a group of two cases, too few cases.
-        OneWayReport{"oneway_en_conditional.txt", "oneway", "--vars Time --group Pair --cond Group5 --lang en"},
+        // Conditional groups: fewer than two groups of two, a group of two cases (too small
+        // for the covariance analysis), too few cases.
+        OneWayReport{"oneway_en_conditional.txt", "oneway",
+                     "--vars Time --group Pair --cov Cov --cond Group5 --lang en"},
+        // The covariance analysis: four groups, a case without the covariate; two groups.
+        OneWayReport{"oneway_en_covariate.txt", "oneway", "--vars Score --group Group --cov Cov --lang en"},
+        OneWayReport{"oneway_hu_covariate.txt", "oneway", "--vars Time --group Pair --cov Cov --lang hu"},
         // Only the variables with a test at 1 %.
         OneWayReport{"oneway_en_significant.txt", "oneway",
                      "--vars Score,Flat,Time --group Pair --set significantOnly=on --set significanceLevel=2 --lang en"},

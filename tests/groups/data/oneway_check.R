@@ -10,6 +10,8 @@ Flat <- c(Score[1:26], rep(6.5, 5))
 Time <- c(12.1, 14.3, 9.8, 11.5, 13.9, 10.2, 12.7, 15.4,
           16.2, 21.5, 9.1, 18.8, 24.3, 13.7, 19.9, 11.4, 22.8, 17.6, 14.9, 20.3)
 Pair <- c(rep(1, 8), rep(2, 12))
+Cov <- c(3.2, 2.1, 4, 2.2, NA, 1.9, 2.8, 3.9, 2.4, 3.1, 4.4, 2, 3.7, 3.3, 2.6, 1.5, 4.8, 3, 2.2, 3.9,
+         2.7, 3.4, 4.1, 1.8, 3.6, 2.5, 2.9, 3.3, 2.1, 3.8, 2.6)
 
 report("Score by Group, 20% trimming", Score, Group, 0.2)
 report("Flat by Group", Flat, Group)
@@ -17,3 +19,5 @@ report("Score by Group5 (a group of one case)", c(Score, 8), c(Group, 5))
 report("Time by Pair, 20% trimming", Time, Pair, 0.2)
 # Within the conditional group beta of Group5: a group of two cases beside one of seven.
 report("Time by Pair within beta", Time[7:15], Pair[7:15])
+ancova_report("Score by Group, covariate Cov", Score, Cov, Group)
+ancova_report("Time by Pair, covariate Cov", Time, Cov[1:20], Pair)

@@ -86,3 +86,29 @@ report <- function(title, y, g, trim = 0) {
   }
 }
 
+
+# The analysis of covariance on the cases valid on y, the covariate cv and the group g.
+ancova_report <- function(title, y, cv, g) {
+  cat("==", title, "\n")
+  ok <- !is.na(y) & !is.na(cv) & !is.na(g); y <- y[ok]; cv <- cv[ok]; g <- g[ok]
+  keep <- g %in% as.numeric(names(which(table(g) >= 3)))
+  y <- y[keep]; cv <- cv[keep]; g <- g[keep]; f <- factor(g); k <- nlevels(f)
+  small <- lm(y ~ cv); big <- lm(y ~ cv + f); cmp <- anova(small, big)
+  b <- coef(lm(y ~ f + cv))["cv"]
+  adj <- tapply(y, f, mean) - b * (tapply(cv, f, mean) - mean(cv))
+  for (j in levels(f)) {
+    ct <- cor.test(y[g == j], cv[g == j])
+    cat(sprintf("group %s n=%d mean=%.4f adjusted=%.4f r=%.3f (p=%.3f)\n", j, sum(g == j), mean(y[g == j]), adj[j],
+                ct$estimate, ct$p.value))
+  }
+  ct <- cor.test(y, cv)
+  cat("r", f3(ct$estimate), "df", ct$parameter, "p", f4(ct$p.value), "\n")
+  pr <- cor(resid(lm(y ~ g)), resid(lm(cv ~ g)))
+  cat("partial r(xc.g)", f3(pr), "p", f4(2 * pt(-abs(pr * sqrt((length(y) - 3) / (1 - pr^2))), length(y) - 3)), "\n")
+  nj <- tapply(y, f, length); z <- atanh(sapply(levels(f), function(j) cor(y[g == j], cv[g == j])))
+  chi <- sum((nj - 3) * z^2) - sum((nj - 3) * z)^2 / sum(nj - 3)
+  cat("equal correlations chi2", f3(chi), "df", k - 1, "p", f4(1 - pchisq(chi, k - 1)), "\n")
+  cat("partial eta2", f3(cmp$`Sum of Sq`[2] / deviance(small)), "\n")
+  if (k == 2) cat("d", f3((adj[1] - adj[2]) / sqrt(deviance(big) / df.residual(big))), "\n")
+  cat("F", f3(cmp$F[2]), "df", cmp$Df[2], cmp$Res.Df[2], "p", f4(cmp$`Pr(>F)`[2]), "\n")
+}

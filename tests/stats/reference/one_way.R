@@ -118,3 +118,38 @@ ob <- oneway.test(obrien_scores(y, g) ~ f, var.equal = TRUE)
 write.csv(data.frame(values = join(y), groups = join(g), levene_F = lev[1, "F value"], levene_p = lev[1, "Pr(>F)"],
                      obrien_F = unname(ob$statistic), obrien_p = ob$p.value),
           "constant_group.csv", row.names = FALSE)
+
+# The analysis of covariance: the F of the adjusted means from the comparison of the
+# regressions without and with the groups, the adjusted means by lm's pooled slope, partial
+# eta squared from the same sums, Cohen's d on the residual mean square, the within-group
+# correlations by cor.test, Fisher's z test of their equality written out, and the partial
+# correlation after the group code as the correlation of residuals.
+ancova_sets <- list(
+  k4 = list(y = sets$k4$y, g = sets$k4$g,
+            c = c(2.1, 2.9, 1.8, 2.5, 2.8, 2.2, 3.0, 4.1, 2.6, 3.5, 4.6, 3.1, 3.9, 3.8, 2.7,
+                  1.9, 5.2, 3.3, 1.2, 4.4, 3.6, 2.4, 4.9, 2.8, 4.1, 1.0, 2.5, 2.9, 2.3, 3.0, 3.2)),
+  k2 = list(y = sets$k2$y, g = sets$k2$g,
+            c = c(30, 41, 22, 28, 35, 27, 33, 44, 38, 52, 20, 47, 61, 30, 45, 26, 55, 43, 36, 49)))
+anc <- data.frame()
+for (name in names(ancova_sets)) {
+  s <- ancova_sets[[name]]; y <- s$y; cv <- s$c; g <- s$g; f <- factor(g); k <- nlevels(f)
+  small <- lm(y ~ cv); big <- lm(y ~ cv + f)
+  cmp <- anova(small, big)
+  b <- coef(lm(y ~ f + cv))["cv"]
+  adj <- tapply(y, f, mean) - b * (tapply(cv, f, mean) - mean(cv))
+  rj <- sapply(levels(f), function(j) cor(y[g == j], cv[g == j]))
+  pj <- sapply(levels(f), function(j) cor.test(y[g == j], cv[g == j])$p.value)
+  nj <- tapply(y, f, length); z <- atanh(rj)
+  chi <- sum((nj - 3) * z^2) - sum((nj - 3) * z)^2 / sum(nj - 3)
+  mse <- deviance(big) / df.residual(big)
+  pr <- cor(resid(lm(y ~ g)), resid(lm(cv ~ g)))
+  anc <- rbind(anc, data.frame(set = name, values = join(y), covariate = join(cv), groups = join(g),
+    F = cmp$F[2], df1 = cmp$Df[2], df2 = cmp$Res.Df[2], p = cmp$`Pr(>F)`[2],
+    partial_eta2 = cmp$`Sum of Sq`[2] / deviance(small),
+    adjusted = join(adj), within_r = join(rj), within_p = join(pj),
+    chi = chi, chi_p = 1 - pchisq(chi, k - 1),
+    r = cor(y, cv), r_p = cor.test(y, cv)$p.value,
+    d = if (k == 2) unname((adj[1] - adj[2]) / sqrt(mse)) else NA,
+    partial_r = pr))
+}
+write.csv(anc, "ancova.csv", row.names = FALSE)
