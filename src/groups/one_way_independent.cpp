@@ -63,6 +63,7 @@ void OneWayIndependent(AnalysisRun& run) {
         CompareIntervalDependent(run, dependent, state);
       }
     }
+    WriteOneWaySummaries(run, state.summary);
   });
 }
 

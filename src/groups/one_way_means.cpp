@@ -82,6 +82,7 @@ class IntervalPass {
   void WriteTooFewGroups();
   void Write();
   bool Kept() const;
+  OneWaySummaryRow SummaryRow() const;
 
  private:
   std::string_view T(std::string_view en, std::string_view hu) const { return run_.T(en, hu); }
@@ -212,6 +213,60 @@ void IntervalPass::ComputeTrimmed() {
   }
   c_.trimmedUsable = true;
   c_.trimmedTest = twoGroups ? YuenTest(c_.trim[0], c_.trim[1]) : TrimmedWelch(c_.trim);
+}
+
+OneWaySummaryRow IntervalPass::SummaryRow() const {
+  OneWaySummaryRow row;
+  const AnovaFamilyResult& a = c_.anova;
+  row.dependent = dependent_;
+  row.k = a.k;
+  row.smallGroup = c_.smallGroup;
+  for (int j = 0; j < c_.kAssigned; ++j) {
+    if (c_.groups[j].n > 0) row.nonEmpty.push_back(j);
+    row.means.push_back(c_.groups[j].n > 1 ? c_.groups[j].mean : std::nan(""));
+  }
+  const GroupSample& g1 = c_.groups[c_.active[0]];
+  const GroupSample& g2 = c_.groups[c_.active[1]];
+  row.mean1 = g1.mean;
+  row.mean2 = g2.mean;
+  row.sd1 = std::sqrt(g1.variance);
+  row.sd2 = std::sqrt(g2.variance);
+  if (row.sd1 + row.sd2 > kTiny) row.pooledSd = std::sqrt((g1.n * g1.variance + g2.n * g2.variance) / (g1.n + g2.n));
+  row.pLevene = c_.levene.p;
+  const double sign = c_.difference < 0 ? -1 : 1;
+  row.t = sign * c_.t;
+  row.tDf = a.df2;
+  row.tP = c_.pMeans;
+  row.welchT = sign * c_.tWelch;
+  row.welchDf = a.dfWelch;
+  row.welchP = c_.pWelch;
+  row.welchDefined = a.k == 2 || !(c_.zeroSd || a.W < -0.5);
+  row.F = a.F;
+  row.fP = c_.pMeans;
+  row.W = a.W;
+  row.wP = c_.pWelch;
+  row.etaSquared = c_.effects.etaSquared;
+  const AncovaResult& an = c_.ancova;
+  if (!an.done) return row;
+  // With a covariate the tables show the covariance analysis.
+  row.ancova = true;
+  row.k = static_cast<int>(an.used.size());
+  row.r = an.r;
+  std::fill(row.means.begin(), row.means.end(), std::nan(""));
+  for (std::size_t i = 0; i < an.used.size(); ++i) row.means[an.used[i]] = an.groups[i].adjustedMean;
+  const AncovaGroupResult& a1 = an.groups[0];
+  const AncovaGroupResult& a2 = an.groups[1];
+  row.mean1 = a1.adjustedMean;
+  row.mean2 = a2.adjustedMean;
+  row.sd1 = a1.sdX;
+  row.sd2 = a2.sdX;
+  row.pooledSd = std::sqrt(((a1.n - 1) * a1.sdX * a1.sdX + (a2.n - 1) * a2.sdX * a2.sdX) / (a1.n + a2.n - 2));
+  row.t = (a1.adjustedMean < a2.adjustedMean ? -1 : 1) * std::sqrt(an.F);
+  row.tDf = an.df2;
+  row.tP = an.p;
+  row.F = an.F;
+  row.fP = an.p;
+  return row;
 }
 
 bool IntervalPass::Kept() const {
@@ -584,6 +639,7 @@ void CompareIntervalDependent(AnalysisRun& run, int dependent, OneWayGroupState&
     return;
   }
   pass.Compute();
+  state.summary.push_back(pass.SummaryRow());
   if (!pass.Kept()) return;
   pass.WriteHeading();
   pass.Write();

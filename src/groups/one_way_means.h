@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "groups/one_way_summary.h"
+
 namespace tarvika {
 
 class AnalysisRun;
@@ -15,6 +17,7 @@ class AnalysisRun;
 struct OneWayGroupState {
   bool headingWritten = false;
   bool tooFewCases = false;  // the group has fewer than 5 cases: no dependent is analysed
+  std::vector<OneWaySummaryRow> summary;  // one row per interval dependent compared
 };
 
 // Writes the group's heading when it is not written yet; false when the group is too small.

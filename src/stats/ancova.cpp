@@ -57,6 +57,7 @@ AncovaResult Ancova(std::span<const AncovaGroupData> groups) {
     const double sxx = CrossSum(g.x, out.meanX, g.x, out.meanX);
     const double scc = CrossSum(g.c, out.meanC, g.c, out.meanC);
     const double sxc = CrossSum(g.x, out.meanX, g.c, out.meanC);
+    out.sdX = std::sqrt(sxx / (out.n - 1));
     const double product = sxx * scc / (static_cast<double>(out.n) * out.n);
     out.r = product > kTiny ? sxc / std::sqrt(sxx * scc) : 0;
     out.rP = CorrelationP2(out.r, out.n - 2);

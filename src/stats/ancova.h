@@ -19,6 +19,7 @@ struct AncovaGroupData {
 struct AncovaGroupResult {
   int n = 0;
   double meanX = 0, meanC = 0;
+  double sdX = 0;  // divisor n - 1
   double adjustedMean = 0;
   double r = 0;  // within the group; 0 without spread
   PValue rP;     // on n - 2 df

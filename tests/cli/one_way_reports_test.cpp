@@ -68,6 +68,11 @@ INSTANTIATE_TEST_SUITE_P(
         // The covariance analysis: four groups, a case without the covariate; two groups.
         OneWayReport{"oneway_en_covariate.txt", "oneway", "--vars Score --group Group --cov Cov --lang en"},
         OneWayReport{"oneway_hu_covariate.txt", "oneway", "--vars Time --group Pair --cov Cov --lang hu"},
+        // The tables across dependents: two groups without and with a covariate, more groups.
+        OneWayReport{"oneway_hu_summary_two.txt", "oneway", "--vars Score,Flat,Time --group Pair --lang hu"},
+        OneWayReport{"oneway_en_summary_covariate.txt", "oneway",
+                     "--vars Score,Flat,Time --group Pair --cov Cov --lang en"},
+        OneWayReport{"oneway_en_summary_more.txt", "oneway", "--vars Score,Flat,Cov --group Group --lang en"},
         // Only the variables with a test at 1 %.
         OneWayReport{"oneway_en_significant.txt", "oneway",
                      "--vars Score,Flat,Time --group Pair --set significantOnly=on --set significanceLevel=2 --lang en"},

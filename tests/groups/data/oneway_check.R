@@ -21,3 +21,14 @@ report("Time by Pair, 20% trimming", Time, Pair, 0.2)
 report("Time by Pair within beta", Time[7:15], Pair[7:15])
 ancova_report("Score by Group, covariate Cov", Score, Cov, Group)
 ancova_report("Time by Pair, covariate Cov", Time, Cov[1:20], Pair)
+# The summary tables: Score and Flat by Pair (the same first 20 cases), with and without Cov.
+report("Score by Pair", Score[1:20], Pair)
+ancova_report("Score by Pair, covariate Cov", Score[1:20], Cov[1:20], Pair)
+ok <- !is.na(Cov[1:20]); x <- Score[1:20][ok]; cv <- Cov[1:20][ok]; p <- Pair[ok]
+b <- coef(lm(x ~ factor(p) + cv))["cv"]
+adj <- tapply(x, p, mean) - b * (tapply(cv, p, mean) - mean(cv))
+pooled <- sqrt(sum((tapply(x, p, length) - 1) * tapply(x, p, var)) / (length(x) - 2))
+cat("SDs of the covariance analysis's cases", f3(tapply(x, p, sd)), " Cohen d on the pooled SD (n - 2)",
+    f3((adj[1] - adj[2]) / pooled), "\n")
+# Cov as a dependent by Group (the table of more groups).
+report("Cov by Group", Cov[!is.na(Cov)], Group[!is.na(Cov)])
