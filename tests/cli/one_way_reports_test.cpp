@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "support/cli_runner.h"
 
@@ -85,6 +86,22 @@ INSTANTIATE_TEST_SUITE_P(
       std::replace(name.begin(), name.end(), '.', '_');
       return name;
     });
+
+// The dialog's checks come before the command is looked up: built or not, a run of the
+// group comparison dialog without its grouping variables is refused and writes no report.
+TEST_F(OneWayCli, TheDialogsChecksComeBeforeTheCommand) {
+  const std::pair<const char*, const char*> cases[] = {{"21", "You must select one grouping variable."},
+                                                       {"23", "You must select two grouping variables."},
+                                                       {"22", "At least two dependent variables have to be selected."},
+                                                       {"25", "Sorry, under construction."}};
+  for (const auto& [command, message] : cases) {
+    SCOPED_TRACE(command);
+    test::CliResult r = Cli("run '" + ProjectPath("survey") + "' --command " + command + " --vars Pulse --lang en");
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
+    EXPECT_TRUE(r.out.empty());
+  }
+}
 
 }  // namespace
 }  // namespace tarvika
