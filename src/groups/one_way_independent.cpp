@@ -41,6 +41,12 @@ void OneWayIndependent(AnalysisRun& run) {
     run.report.Line(run.T("Lack of significance can also be due to incomplete designs.",
                           "A szignifikancia hiánya a hiányos elrendezésnek is betudható."));
   }
+  if (run.request.Get(param::kCompareDistributions)) {
+    // The tail left out of the compared region of the distributions of ordinal dependents.
+    const int percent = run.request.Get(param::kTrimmingPercent);
+    const double epsmin = percent < 1 ? 0.025 : percent > 25 ? 0.25 : percent * 0.01;
+    run.report.Line(fmt::format("Epsmin = {:.3f}", epsmin));
+  }
   run.ForEachGroup([&] {
     if (run.Conditional() > 0) {
       run.report.BlankLine();

@@ -359,12 +359,9 @@ void IntervalPass::WriteVarianceTests() {
   WriteVarianceLine("Levene test", "Levene-próba", c_.levene);
 }
 
-void IntervalPass::WriteInterval(std::string_view label, double t, double df) {
-  const DifferenceInterval i = IntervalFromT(c_.difference, t, CriticalF95(df));
-  if (!i.defined) {
-    r_.Line(fmt::format("{} C(0.95) = ({:.4f}; {:.4f})", label, c_.difference, c_.difference));
-    return;
-  }
+void IntervalPass::WriteInterval(std::string_view label, double se, double df) {
+  // From the standard error, not from D/t: equal means (t = 0) have an interval too.
+  const DifferenceInterval i = IntervalFromSE(c_.difference, se, CriticalF95(df));
   const int d = IntervalDecimals(i.low, i.high);
   r_.Line(fmt::format("{} C(0.95) = ({}; {})", label, Fixed(i.low, d), Fixed(i.high, d)));
 }
@@ -453,8 +450,12 @@ void IntervalPass::WriteMeanTests() {
   r_.BlankLine();
   r_.Line(T("95% level confidence interval for the m1-m2 difference of population means",
             "95%-os konfidenciaintervallum az m1-m2 elméleti átlagkülönbségre"));
-  WriteInterval(T("    - based on the two-sample t test:", "    - a kétmintás t-próba alapján:"), c_.t, a.df2);
-  WriteInterval(T("    - based on the Welch test:", "    - a Welch-próba alapján:"), c_.tWelch, a.dfWelch);
+  const GroupSample& g1 = c_.groups[c_.active[0]];
+  const GroupSample& g2 = c_.groups[c_.active[1]];
+  WriteInterval(T("    - based on the two-sample t test:", "    - a kétmintás t-próba alapján:"),
+                std::sqrt(a.msWithin * (1.0 / g1.n + 1.0 / g2.n)), a.df2);
+  WriteInterval(T("    - based on the Welch test:", "    - a Welch-próba alapján:"),
+                std::sqrt(g1.variance / g1.n + g2.variance / g2.n), a.dfWelch);
 }
 
 void IntervalPass::WriteTrimmed() {
@@ -504,11 +505,12 @@ void IntervalPass::WriteTrimmed() {
     r_.Line(fmt::format("    - {}: Y({:.1f}) = {:.3f}{}", T("Yuen test", "Yuen-próba"), y.df2, y.statistic, PText(y.p)));
     r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed Cohen d = ", "    - Trimmelt Cohen-d = "), y.cohenD));
     r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed eta-squared = ", "    - Trimmelt eta-négyzet = "), y.etaSquared));
-    const double scale = c_.trim[0].yuenScale + c_.trim[1].yuenScale;
-    if (std::fabs(y.statistic) > kTiny && scale > kTiny) {
-      const double diff = c_.trim[0].mean - c_.trim[1].mean;
-      const DifferenceInterval i =
-          IntervalFromT(diff, y.statistic, CriticalF95(y.df2));
+    const TrimmedGroup& t1 = c_.trim[0];
+    const TrimmedGroup& t2 = c_.trim[1];
+    if (t1.yuenScale + t2.yuenScale > kTiny) {
+      const DifferenceInterval i = IntervalFromSE(t1.mean - t2.mean,
+                                                  std::sqrt(t1.yuenScale / t1.kept + t2.yuenScale / t2.kept),
+                                                  CriticalF95(y.df2));
       const int d = IntervalDecimals(i.low, i.high);
       r_.Line(T("95% level confidence interval for the Tm1-Tm2 difference of",
                 "95%-os konfidenciaintervallum a Tm1-Tm2 különbségre, az elméleti"));

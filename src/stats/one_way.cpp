@@ -326,14 +326,9 @@ double CriticalF95(double df) {
   return Square(0.5 * (lo + hi));
 }
 
-DifferenceInterval IntervalFromT(double difference, double t, double criticalF) {
-  DifferenceInterval i;
-  if (std::fabs(t) < kTiny) return i;
-  const double half = std::fabs(difference / t) * std::sqrt(criticalF);
-  i.defined = true;
-  i.low = difference - half;
-  i.high = difference + half;
-  return i;
+DifferenceInterval IntervalFromSE(double difference, double se, double criticalF) {
+  const double half = se * std::sqrt(criticalF);
+  return {difference - half, difference + half};
 }
 
 int IntervalDecimals(double low, double high) {

@@ -87,12 +87,11 @@ AnovaEffects Effects(const AnovaFamilyResult& a);
 // not be whole (Welch's, Yuen's): by bisection of the t distribution's tail.
 double CriticalF95(double df);
 
-// The mean difference interval: D -/+ |D/t| sqrt(critical F(1, df)); none when t is 0.
+// The interval D -/+ SE sqrt(critical F(1, df)) of a difference D with its standard error.
 struct DifferenceInterval {
-  bool defined = false;
   double low = 0, high = 0;
 };
-DifferenceInterval IntervalFromT(double difference, double t, double criticalF);
+DifferenceInterval IntervalFromSE(double difference, double se, double criticalF);
 // Decimals of the interval's limits by the larger of their sizes.
 int IntervalDecimals(double low, double high);
 

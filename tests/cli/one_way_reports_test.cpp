@@ -59,6 +59,9 @@ INSTANTIATE_TEST_SUITE_P(
                      "--vars Score,Flat --group Group --set trimmingPercent=20 --lang en"},
         // Two groups: t, Welch, the intervals, Yuen.
         OneWayReport{"oneway_hu_two.txt", "oneway", "--vars Time --group Pair --set trimmingPercent=20 --lang hu"},
+        // Equal means: t = 0 with p = 1, the intervals keep their width; one group untrimmed;
+        // the tail of the comparison of distributions.
+        OneWayReport{"oneway_en_equal.txt", "oneway", "--vars Same --group Pair --set trimmingPercent=10 --set compareDistributions=Yes --lang en"},
         // A group of one case and an empty group; an ordinal dependent waits for its tests.
         OneWayReport{"oneway_en_single.txt", "oneway",
                      "--vars Score,Time --group Group5 --set scaleType:Time=ordinal --lang en"},

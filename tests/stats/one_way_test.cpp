@@ -87,10 +87,14 @@ TEST(OneWay, TestsOfMeansAndVariancesAgreeWithR) {
       EXPECT_NEAR(CriticalF95(a.df2), want("qf_t"), 1e-5);
       EXPECT_NEAR(CriticalF95(a.dfWelch), want("qf_welch"), 1e-5);
       const double d = g.samples[0].mean - g.samples[1].mean;
-      const DifferenceInterval ci = IntervalFromT(d, -std::sqrt(a.F), want("qf_t"));
+      const GroupSample& g1 = g.samples[0];
+      const GroupSample& g2 = g.samples[1];
+      const DifferenceInterval ci =
+          IntervalFromSE(d, std::sqrt(a.msWithin * (1.0 / g1.n + 1.0 / g2.n)), want("qf_t"));
       EXPECT_NEAR(ci.low, want("t_low"), 1e-9);
       EXPECT_NEAR(ci.high, want("t_high"), 1e-9);
-      const DifferenceInterval wi = IntervalFromT(d, std::sqrt(a.W), want("qf_welch"));
+      const DifferenceInterval wi =
+          IntervalFromSE(d, std::sqrt(g1.variance / g1.n + g2.variance / g2.n), want("qf_welch"));
       EXPECT_NEAR(wi.low, want("welch_low"), 1e-9);
       EXPECT_NEAR(wi.high, want("welch_high"), 1e-9);
       const TrimmedTest y = YuenTest(trimmed[0], trimmed[1]);

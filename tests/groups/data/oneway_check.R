@@ -10,6 +10,7 @@ Flat <- c(Score[1:26], rep(6.5, 5))
 Time <- c(12.1, 14.3, 9.8, 11.5, 13.9, 10.2, 12.7, 15.4,
           16.2, 21.5, 9.1, 18.8, 24.3, 13.7, 19.9, 11.4, 22.8, 17.6, 14.9, 20.3)
 Pair <- c(rep(1, 8), rep(2, 12))
+Same <- c(4, 6, 5, 5, 3, 7, 5, 5, 2, 8, 5, 5, 5, 5, 4, 6, 3, 7, 5, 5)
 Cov <- c(3.2, 2.1, 4, 2.2, NA, 1.9, 2.8, 3.9, 2.4, 3.1, 4.4, 2, 3.7, 3.3, 2.6, 1.5, 4.8, 3, 2.2, 3.9,
          2.7, 3.4, 4.1, 1.8, 3.6, 2.5, 2.9, 3.3, 2.1, 3.8, 2.6)
 
@@ -32,3 +33,5 @@ cat("SDs of the covariance analysis's cases", f3(tapply(x, p, sd)), " Cohen d on
     f3((adj[1] - adj[2]) / pooled), "\n")
 # Cov as a dependent by Group (the table of more groups).
 report("Cov by Group", Cov[!is.na(Cov)], Group[!is.na(Cov)])
+# Equal means: t = 0, and the intervals still have their width.
+report("Same by Pair, 10% trimming", Same, Pair, 0.1)
