@@ -24,7 +24,8 @@ void OneWayIndependent(AnalysisRun& run) {
   const int grouping = index.columns[index.grouping];
   if (GetGroupDefinition(run.ws, grouping).distinct < 2) {
     run.report.BlankLine();
-    run.report.Line(std::string(run.T("Grouping variable: ", "Csoportosító változó: ")) + NameWithLong(run.ws, grouping));
+    run.report.Line(std::string(run.T("Grouping variable: ", "Csoportosító változó: ")) +
+                    NameWithLong(run.ws, grouping));
     run.report.Line(run.T("Less than two groups have been assigned to this variable.",
                           "Ehhez a változóhoz kettőnél kevesebb csoport van megadva."));
     run.report.Line(run.T("No analysis will be performed.", "Enélkül a program nem tud elemzést végezni."));
@@ -35,8 +36,9 @@ void OneWayIndependent(AnalysisRun& run) {
     run.report.BlankLine();
     run.report.Line(run.T("Results for a dependent variable are not reported unless at least one",
                           "Egy függő változó eredményei csak akkor jelennek meg, ha legalább egy"));
-    run.report.Line(fmt::format("{}{}.", run.T("test of group comparison is significant at level ",
-                                               "csoportösszehasonlító próba szignifikáns a következő szinten: "),
+    run.report.Line(fmt::format("{}{}.",
+                                run.T("test of group comparison is significant at level ",
+                                      "csoportösszehasonlító próba szignifikáns a következő szinten: "),
                                 kLevelText[level]));
     run.report.Line(run.T("Lack of significance can also be due to incomplete designs.",
                           "A szignifikancia hiánya a hiányos elrendezésnek is betudható."));
@@ -63,7 +65,8 @@ void OneWayIndependent(AnalysisRun& run) {
       } else if (scale == kScaleDiscrete) {
         if (!WriteOneWayHeading(run, state)) continue;
         run.report.BlankLine();
-        run.report.Line(std::string(run.T("DEPENDENT VARIABLE: ", "FÜGGŐ VÁLTOZÓ: ")) + NameWithLong(run.ws, dependent));
+        run.report.Line(std::string(run.T("DEPENDENT VARIABLE: ", "FÜGGŐ VÁLTOZÓ: ")) +
+                        NameWithLong(run.ws, dependent));
         run.report.Line("Sorry, under construction.");
       } else {
         CompareIntervalDependent(run, dependent, state);

@@ -1,12 +1,15 @@
 #include "groups/one_way_means.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
-#include <fmt/format.h>
 
 #include "frame/analysis_run.h"
 #include "frame/number_text.h"
 #include "frame/parameter_names.h"
+#include "groups/one_way_ancova_report.h"
+#include "groups/one_way_text.h"
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"
 #include "stats/ancova.h"
@@ -27,23 +30,6 @@ int MarkRank(std::string_view marker) {
   return marker.starts_with("**") ? 3 : 2;
 }
 
-// A name followed by 24 minus twice its length blanks, as the group table pads its names.
-std::string PaddedName(std::string_view name) {
-  const int length = static_cast<int>(Utf8Length(name));
-  return std::string(name) + std::string(std::max(0, 24 - 2 * length), ' ');
-}
-
-// Skewness and kurtosis with a blank in place of the plus sign, 3 decimals (2 from 1000).
-std::string SignSlot(double x) {
-  const std::string text = Fixed(x, std::fabs(x) >= 1000 ? 2 : 3);
-  return x < 0 ? text : " " + text;
-}
-
-// A correlation with a blank in place of the plus sign, 3 decimals.
-std::string SignSlot3(double x) { return x < 0 ? Fixed(x, 3) : " " + Fixed(x, 3); }
-
-std::string PText(const PValue& p) { return fmt::format("  (p = {:.4f}){}", p.p, p.marker); }
-
 // Everything the report of one dependent shows, computed before a line is written.
 struct Comparison {
   int kAssigned = 0;
@@ -59,13 +45,13 @@ struct Comparison {
   AnovaEffects effects;
   PValue pMeans, pWelch, pBF;  // the t or F of the ANOVA, Welch's W (or t), Brown-Forsythe
   double t = 0, tWelch = 0;    // two groups: the roots of F and W
-  double difference = 0;  // m1 - m2 of the first two active groups
+  double difference = 0;       // m1 - m2 of the first two active groups
   bool trimmed = false;
   bool trimmedUsable = false;
   std::vector<TrimmedGroup> trim;  // per active group
   TrimmedTest trimmedTest;
-  int covariate = 0;  // its variable, 0 for none
-  std::vector<AncovaGroupData> complete;  // per group, the cases valid on the covariate too
+  int covariate = 0;                                       // its variable, 0 for none
+  std::vector<AncovaGroupData> complete;                   // per group, the cases valid on the covariate too
   std::vector<double> completeX, completeC, completeCode;  // the same cases in one series
   AncovaResult ancova;
   double partialR = 0;
@@ -94,7 +80,6 @@ class IntervalPass {
   void WriteInterval(std::string_view label, double t, double df);
   void ComputeTrimmed();
   void WriteTrimmed();
-  void WriteAncova();
 
   AnalysisRun& run_;
   ReportWriter& r_;
@@ -112,7 +97,8 @@ bool IntervalPass::Read() {
   const SelectedIndex& index = run_.index;
   c_.covariate = index.covariates > 0 ? index.columns[index.analysed + index.covariates] : 0;
   c_.complete.assign(c_.kAssigned, {});
-  DataFeed feed(run_.ws, r_.Missing(), {0, dependent_, grouping, c_.covariate > 0 ? c_.covariate : dependent_});
+  DataFeed feed(run_.ws, r_.Missing(),
+                {0, dependent_, grouping, c_.covariate > 0 ? c_.covariate : dependent_});
   std::vector<double> value(4, 0);
   std::vector<std::uint8_t> missing(4, 1);
   for (int row : run_.GroupRows()) {
@@ -155,7 +141,8 @@ void IntervalPass::WriteHeading() {
 }
 
 void IntervalPass::WriteTooFewGroups() {
-  r_.Line(T("Number of groups of size at least 2 is less than 2.", "A legalább 2 elemű csoportok száma kisebb, mint 2."));
+  r_.Line(T("Number of groups of size at least 2 is less than 2.",
+            "A legalább 2 elemű csoportok száma kisebb, mint 2."));
   r_.Line(T("No analysis can be performed for this dependent variable.",
             "Erre a függő változóra nem végezhető elemzés."));
 }
@@ -182,8 +169,9 @@ void IntervalPass::Compute() {
   if (c_.trimmed) ComputeTrimmed();
   if (c_.covariate > 0) {
     c_.ancova = Ancova(c_.complete);
-    c_.partialR = PartialCorrelation(PearsonR(c_.completeX, c_.completeC), PearsonR(c_.completeX, c_.completeCode),
-                                     PearsonR(c_.completeC, c_.completeCode));
+    c_.partialR =
+        PartialCorrelation(PearsonR(c_.completeX, c_.completeC), PearsonR(c_.completeX, c_.completeCode),
+                           PearsonR(c_.completeC, c_.completeCode));
   }
   // The tests whose p the report shows decide whether a "significant only" run keeps the variable.
   if (c_.obrien.done && c_.obrien.df2 > 0) Keep(c_.obrien.p.marker);
@@ -231,7 +219,8 @@ OneWaySummaryRow IntervalPass::SummaryRow() const {
   row.mean2 = g2.mean;
   row.sd1 = std::sqrt(g1.variance);
   row.sd2 = std::sqrt(g2.variance);
-  if (row.sd1 + row.sd2 > kTiny) row.pooledSd = std::sqrt((g1.n * g1.variance + g2.n * g2.variance) / (g1.n + g2.n));
+  if (row.sd1 + row.sd2 > kTiny)
+    row.pooledSd = std::sqrt((g1.n * g1.variance + g2.n * g2.variance) / (g1.n + g2.n));
   row.pLevene = c_.levene.p;
   const double sign = c_.difference < 0 ? -1 : 1;
   row.t = sign * c_.t;
@@ -290,7 +279,7 @@ void IntervalPass::Write() {
   // The pairwise comparisons of means (Tukey-Kramer, Games-Howell) belong here when some
   // test of means has p <= 0.10; they come with the pairwise module.
   if (c_.trimmed) WriteTrimmed();
-  if (c_.covariate > 0) WriteAncova();
+  if (c_.covariate > 0) WriteAncovaReport(run_, dependent_, c_.covariate, c_.ancova, c_.partialR);
 }
 
 void IntervalPass::WriteGroupTable() {
@@ -341,15 +330,17 @@ void IntervalPass::WriteGroupTable() {
     r_.Line(T("Warning! ", "Figyelem! "));
     r_.Line(T("Groups of size less than 2 have been dropped from further statistical analyses.",
               "A 2-nél kisebb elemszámú csoportok kimaradnak a további elemzésekből."));
-    r_.Line(T("Rows of missing indices reflect empty groups.", "A hiányzó sorszámú sorok üres csoportokat jeleznek."));
+    r_.Line(T("Rows of missing indices reflect empty groups.",
+              "A hiányzó sorszámú sorok üres csoportokat jeleznek."));
   }
 }
 
-void IntervalPass::WriteVarianceLine(std::string_view name, std::string_view hungarian, const VarianceTest& t) {
+void IntervalPass::WriteVarianceLine(std::string_view name, std::string_view hungarian,
+                                     const VarianceTest& t) {
   const std::string df1 = t.welchType ? fmt::format("{:.1f}", t.df1) : fmt::format("{:.0f}", t.df1);
   const std::string_view kind = t.welchType ? T(" (Welch type)", " (Welch-típusú)") : std::string_view();
-  r_.Line(fmt::format("    - {}{}: F({}; {:.1f}) = {:.3f}{}", T(name, hungarian), kind, df1, t.df2, t.statistic,
-                      PText(t.p)));
+  r_.Line(fmt::format("    - {}{}: F({}; {:.1f}) = {:.3f}{}", T(name, hungarian), kind, df1, t.df2,
+                      t.statistic, PText(t.p)));
 }
 
 void IntervalPass::WriteVarianceTests() {
@@ -377,25 +368,26 @@ void IntervalPass::WriteMeanTests() {
   }
   const bool two = a.k == 2;
   if (!two) {
-    r_.Line(fmt::format("    - {}: F({:.0f}; {:.0f}) = {:.3f}{}", T("ANOVA", "Varianciaanalízis"), a.df1, a.df2, a.F,
-                        PText(c_.pMeans)));
+    r_.Line(fmt::format("    - {}: F({:.0f}; {:.0f}) = {:.3f}{}", T("ANOVA", "Varianciaanalízis"), a.df1,
+                        a.df2, a.F, PText(c_.pMeans)));
     r_.Line(fmt::format("      MS_treatment = {:.4f}, MS_error = {:.4f}", a.ssBetween / a.df1, a.msWithin));
-    r_.Line(fmt::format("{}{:.3f}", T("      Correlation ratio: Eta = ", "      Korrelációs hányados: Eta = "), e.eta));
+    r_.Line(fmt::format("{}{:.3f}",
+                        T("      Correlation ratio: Eta = ", "      Korrelációs hányados: Eta = "), e.eta));
     r_.Line(fmt::format("{}{:.3f}",
                         T("      Eta squared (Explained variance ratio) = ",
                           "      Eta négyzet (megmagyarázott varianciahányad) = "),
                         e.etaSquared));
-    r_.Line(fmt::format("{}{:.3f}",
-                        T("      Omega squared (~ Adjusted R squared) = ",
-                          "      Omega négyzet (~ korrigált R négyzet) = "),
-                        e.omegaSquared));
+    r_.Line(fmt::format(
+        "{}{:.3f}",
+        T("      Omega squared (~ Adjusted R squared) = ", "      Omega négyzet (~ korrigált R négyzet) = "),
+        e.omegaSquared));
   } else {
     const double sign = c_.difference < 0 ? -1 : 1;
     r_.Line(fmt::format("    - {}: t({:.0f}) = {:.3f}{}", T("Two-sample t test", "Kétmintás t-próba"), a.df2,
                         sign * c_.t, PText(c_.pMeans)));
     if (!significantOnly_) {
-      r_.Line(fmt::format("{}{:.3f}", T("      Correlation ratio: Eta = ", "      Korrelációs hányados: Eta = "),
-                          e.eta));
+      r_.Line(fmt::format("{}{:.3f}",
+                          T("      Correlation ratio: Eta = ", "      Korrelációs hányados: Eta = "), e.eta));
       r_.Line(fmt::format("{}{:.3f}",
                           T("      Explained variance ratio: Eta squared = ",
                             "      Megmagyarázott varianciahányad: Eta négyzet = "),
@@ -409,9 +401,9 @@ void IntervalPass::WriteMeanTests() {
       const double s1 = std::sqrt(g1.variance), s2 = std::sqrt(g2.variance);
       const double pooled = std::sqrt((g1.n * g1.variance + g2.n * g2.variance) / (g1.n + g2.n));
       const double d = s1 + s2 > kTiny ? c_.difference / pooled : 0;
-      r_.Line(fmt::format("{}{:.3f}",
-                          T("      Cohen-delta effect size measure: d = ", "      Cohen-féle delta hatásnagyság: d = "),
-                          d));
+      r_.Line(fmt::format(
+          "{}{:.3f}",
+          T("      Cohen-delta effect size measure: d = ", "      Cohen-féle delta hatásnagyság: d = "), d));
     }
   }
   if (!significantOnly_) {
@@ -432,20 +424,21 @@ void IntervalPass::WriteMeanTests() {
       }
     } else {
       r_.Line(fmt::format("    - {}: W({:.0f}; {:.1f}) = {:.3f}{}",
-                          T("Robust Welch ANOVA", "Robusztus Welch-féle varianciaanalízis"), a.df1, a.dfWelch, a.W,
-                          PText(c_.pWelch)));
+                          T("Robust Welch ANOVA", "Robusztus Welch-féle varianciaanalízis"), a.df1, a.dfWelch,
+                          a.W, PText(c_.pWelch)));
       r_.Line(fmt::format("    - {}: U = {:.3f}{}{}", T("James test", "James-próba"), a.U, a.jamesText,
                           a.jamesMarker));
     }
     if (!significantOnly_) {
-      r_.Line(fmt::format("    - {}: BF({:.0f}; {:.0f}) = {:.3f}{}", T("Brown-Forsythe test", "Brown-Forsythe-próba"),
-                          a.df1, a.dfBF, a.BF, PText(c_.pBF)));
+      r_.Line(fmt::format("    - {}: BF({:.0f}; {:.0f}) = {:.3f}{}",
+                          T("Brown-Forsythe test", "Brown-Forsythe-próba"), a.df1, a.dfBF, a.BF,
+                          PText(c_.pBF)));
     }
     return;
   }
   const double sign = c_.difference < 0 ? -1 : 1;
-  r_.Line(fmt::format("    - {}({:.1f}) = {:.3f}{}", T("Welch's modified t test: W", "Welch-féle d-próba: d"), a.dfWelch,
-                      sign * c_.tWelch, PText(c_.pWelch)));
+  r_.Line(fmt::format("    - {}({:.1f}) = {:.3f}{}", T("Welch's modified t test: W", "Welch-féle d-próba: d"),
+                      a.dfWelch, sign * c_.tWelch, PText(c_.pWelch)));
   if (significantOnly_) return;
   r_.BlankLine();
   r_.Line(T("95% level confidence interval for the m1-m2 difference of population means",
@@ -468,20 +461,23 @@ void IntervalPass::WriteTrimmed() {
   const int grouping = run_.index.columns[run_.index.grouping];
   const GroupDefinition definition = GetGroupDefinition(run_.ws, grouping);
   r_.BlankLine();
-  r_.Line(fmt::format("{}{}%)",
-                      T("ANALYSIS OF TRIMMED SAMPLES (max. trimming = ", "TRIMMELT MINTÁK ELEMZÉSE (max. trimmelés = "),
-                      percent_));
+  r_.Line(fmt::format(
+      "{}{}%)",
+      T("ANALYSIS OF TRIMMED SAMPLES (max. trimming = ", "TRIMMELT MINTÁK ELEMZÉSE (max. trimmelés = "),
+      percent_));
   r_.BeginTable();
   r_.FirstCell("");
-  for (std::string_view head : {std::string_view(), T("", ""), T("Trimmed", "Trimmelt"), T("Trimmed", "Trimmelt"),
-                                T("Winsor.", "Winsor."), T("Trimmed", "Trimmelt"), std::string_view()}) {
+  for (std::string_view head :
+       {std::string_view(), T("", ""), T("Trimmed", "Trimmelt"), T("Trimmed", "Trimmelt"),
+        T("Winsor.", "Winsor."), T("Trimmed", "Trimmelt"), std::string_view()}) {
     r_.Cell(head);
   }
   r_.EndRow();
   r_.FirstCell("Index");
   const std::string groupName = PaddedName(run_.request.shortNames.at(grouping));
-  for (std::string_view head : {std::string_view(groupName), T("Size", "Elemszám"), T("size", "elemszám"),
-                                T("mean", "átlag"), T("SD", "szórás"), T("min.", "min."), T("max.", "max.")}) {
+  for (std::string_view head :
+       {std::string_view(groupName), T("Size", "Elemszám"), T("size", "elemszám"), T("mean", "átlag"),
+        T("SD", "szórás"), T("min.", "min."), T("max.", "max.")}) {
     r_.Cell(head);
   }
   r_.EndRow();
@@ -499,106 +495,35 @@ void IntervalPass::WriteTrimmed() {
   }
   r_.EndTable();
   r_.BlankLine();
-  r_.Line(T("Testing the equality of population trimmed means", "Elméleti trimmelt átlagok egyenlőségének tesztelése"));
+  r_.Line(T("Testing the equality of population trimmed means",
+            "Elméleti trimmelt átlagok egyenlőségének tesztelése"));
   const TrimmedTest& y = c_.trimmedTest;
   if (c_.trim.size() == 2) {
-    r_.Line(fmt::format("    - {}: Y({:.1f}) = {:.3f}{}", T("Yuen test", "Yuen-próba"), y.df2, y.statistic, PText(y.p)));
+    r_.Line(fmt::format("    - {}: Y({:.1f}) = {:.3f}{}", T("Yuen test", "Yuen-próba"), y.df2, y.statistic,
+                        PText(y.p)));
     r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed Cohen d = ", "    - Trimmelt Cohen-d = "), y.cohenD));
-    r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed eta-squared = ", "    - Trimmelt eta-négyzet = "), y.etaSquared));
+    r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed eta-squared = ", "    - Trimmelt eta-négyzet = "),
+                        y.etaSquared));
     const TrimmedGroup& t1 = c_.trim[0];
     const TrimmedGroup& t2 = c_.trim[1];
     if (t1.yuenScale + t2.yuenScale > kTiny) {
-      const DifferenceInterval i = IntervalFromSE(t1.mean - t2.mean,
-                                                  std::sqrt(t1.yuenScale / t1.kept + t2.yuenScale / t2.kept),
-                                                  CriticalF95(y.df2));
+      const DifferenceInterval i = IntervalFromSE(
+          t1.mean - t2.mean, std::sqrt(t1.yuenScale / t1.kept + t2.yuenScale / t2.kept), CriticalF95(y.df2));
       const int d = IntervalDecimals(i.low, i.high);
       r_.Line(T("95% level confidence interval for the Tm1-Tm2 difference of",
                 "95%-os konfidenciaintervallum a Tm1-Tm2 különbségre, az elméleti"));
-      r_.Line(fmt::format("{}({}; {})",
-                          T("    population trimmed means: C(0.95) = ", "    trimmelt átlagok alapján: C(0.95) = "),
-                          Fixed(i.low, d), Fixed(i.high, d)));
+      r_.Line(fmt::format(
+          "{}({}; {})",
+          T("    population trimmed means: C(0.95) = ", "    trimmelt átlagok alapján: C(0.95) = "),
+          Fixed(i.low, d), Fixed(i.high, d)));
     }
   } else {
     r_.Line(fmt::format("    - Ft({:.0f}; {:.1f}) = {:.3f}{}", y.df1, y.df2, y.statistic, PText(y.p)));
-    r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed eta-squared = ", "    - Trimmelt eta-négyzet = "), y.etaSquared));
+    r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed eta-squared = ", "    - Trimmelt eta-négyzet = "),
+                        y.etaSquared));
   }
   // The pairwise comparison of trimmed means (Games-Howell) belongs here when the test has a
   // marker; it comes with the pairwise module.
-}
-
-void IntervalPass::WriteAncova() {
-  const AncovaResult& a = c_.ancova;
-  if (!a.done) {
-    r_.BlankLine();
-    r_.Line(T("Number of groups having at least 3 usable cases is less than 2.",
-              "A legalább 3 használható esetet tartalmazó csoportok száma kisebb, mint 2."));
-    r_.Line(T("The ANCOVA for this dependent variable will not be performed.",
-              "Erre a függő változóra a kovarianciaanalízis elmarad."));
-    return;
-  }
-  const int grouping = run_.index.columns[run_.index.grouping];
-  const GroupDefinition definition = GetGroupDefinition(run_.ws, grouping);
-  const std::string& x = run_.request.shortNames.at(dependent_);
-  const std::string& cov = run_.request.shortNames.at(c_.covariate);
-  r_.BlankLine();
-  r_.Line(T("ANALYSIS OF COVARIANCE", "KOVARIANCIAANALÍZIS"));
-  r_.Line(std::string(T("Covariate = ", "Kovariáns = ")) + NameWithLong(run_.ws, c_.covariate));
-  r_.Line(T(" (ANOVA on dependent variable, removing the linear effect of the covariate)",
-            " (varianciaanalízis a függő változón, a kovariáns lineáris hatásának kiszűrésével)"));
-  const std::string rHead = " r(" + x + ", " + cov + ")";
-  const std::string groupName = PaddedName(run_.request.shortNames.at(grouping));
-  r_.BeginTable();
-  r_.FirstCell("Index");
-  for (std::string_view head : {std::string_view(groupName),
-                                T("Size", "Elemszám"), T("Mean", "Átlag"), T("Adj.Mean", "Korr.átlag"),
-                                std::string_view(rHead)}) {
-    r_.Cell(head);
-  }
-  r_.EndRow();
-  for (std::size_t i = 0; i < a.used.size(); ++i) {
-    const AncovaGroupResult& g = a.groups[i];
-    r_.FirstCellRightAligned(std::to_string(a.used[i] + 1), 4);
-    r_.Cell(PaddedName(definition.distinctNames[a.used[i] + 1]));
-    r_.Cell(std::to_string(g.n));
-    r_.WriteRatio(9, 9, 1, g.meanX, 1);
-    r_.WriteRatio(9, 0, 1, g.adjustedMean, 1);
-    r_.Cell(fmt::format("{}  (p = {:.3f}){}", SignSlot3(g.r), g.rP.p, g.rP.marker));
-    r_.EndRow();
-  }
-  r_.EndTable();
-  r_.BlankLine();
-  r_.Line(fmt::format("{}{}{}{}{}{}):  r = {:5.3f}{}", T("Pearson correlation between ", "Pearson-féle korreláció: "), x,
-                      T(" and ", " és "), cov, T(" for the whole sample (df = ", " a teljes mintán (df = "),
-                      a.total - 2, a.r, PText(a.rP)));
-  if (definition.kind <= 3) {
-    r_.Line(fmt::format("{}:  r(xc.g) = {:.3f}{}",
-                        T("Partial correlation after removing the effect of grouping variable",
-                          "Parciális korreláció a csoportosító változó hatásának kiszűrése után"),
-                        c_.partialR, PText(CorrelationP2(c_.partialR, a.total - 3))));
-  }
-  r_.Line(T("Testing the equality of theoretical group correlations:",
-            "Az elméleti csoportkorrelációk egyenlőségének tesztelése:"));
-  r_.Line(fmt::format(" Chi2({:.0f}) = {:3.3f}{}", a.df1, a.chiSquare, PText(a.chiSquareP)));
-  r_.BlankLine();
-  r_.Line(fmt::format("{}{:.3f}",
-                      T("Partial Eta-squared after removing the linear effect of the covariate = ",
-                        "Parciális eta-négyzet a kovariáns lineáris hatásának kiszűrése után = "),
-                      a.partialEtaSquared));
-  r_.Line(fmt::format("{}{:.3f}",
-                      T("Omega squared (~ Adjusted R squared) after removing the linear effect of the covariate = ",
-                        "Omega négyzet (~ korrigált R négyzet) a kovariáns lineáris hatásának kiszűrése után = "),
-                      a.omegaSquared));
-  if (a.df1 == 1) {
-    r_.Line(fmt::format("{}{:.3f}",
-                        T("Cohen delta effect size after removing the linear effect of the covariate: d = ",
-                          "Cohen-féle delta hatásnagyság a kovariáns lineáris hatásának kiszűrése után: d = "),
-                        a.cohenD));
-  }
-  r_.BlankLine();
-  r_.Line(T("Testing the equality of adjusted group means:", "A korrigált csoportátlagok egyenlőségének tesztelése:"));
-  r_.Line(fmt::format(" F({:.0f}; {:.0f}) = {:.3f}{}", a.df1, a.df2, a.F, PText(a.p)));
-  // The pairwise comparisons of the adjusted means belong here when p <= 0.10; they come
-  // with the pairwise module.
 }
 
 }  // namespace
@@ -610,14 +535,18 @@ bool WriteOneWayHeading(AnalysisRun& run, OneWayGroupState& state) {
   const int cases = static_cast<int>(run.GroupRows().size());
   r.BlankLine();
   if (run.Conditional() > 0) {
-    r.Line(fmt::format("{}{:>5}", run.T("Number of cases in this group: ", "Az aktuális csoport elemszáma:  "), cases));
+    r.Line(fmt::format("{}{:>5}",
+                       run.T("Number of cases in this group: ", "Az aktuális csoport elemszáma:  "), cases));
   } else {
-    r.Line(fmt::format("{}{:>5}", run.T("Total number of cases read:    ", "A beolvasott esetek száma:      "), cases));
+    r.Line(fmt::format("{}{:>5}",
+                       run.T("Total number of cases read:    ", "A beolvasott esetek száma:      "), cases));
   }
   const int grouping = run.index.columns[run.index.grouping];
-  r.Line(std::string(run.T("Grouping variable: ", "Csoportosító változó: ")) + NameWithLong(run.ws, grouping));
+  r.Line(std::string(run.T("Grouping variable: ", "Csoportosító változó: ")) +
+         NameWithLong(run.ws, grouping));
   if (cases < 5) {
-    r.Line(fmt::format("{}{}", run.T("Number of cases within this group: N = ", "Az esetek száma a csoportban: N = "),
+    r.Line(fmt::format("{}{}",
+                       run.T("Number of cases within this group: N = ", "Az esetek száma a csoportban: N = "),
                        cases));
     r.Line(run.T("Since N < 5, no analysis is performed.", "Mivel N < 5, elemzés nem végezhető."));
     state.tooFewCases = true;

@@ -16,7 +16,7 @@ class AnalysisRun;
 // What one conditional group's passes share: whether its heading is written yet.
 struct OneWayGroupState {
   bool headingWritten = false;
-  bool tooFewCases = false;  // the group has fewer than 5 cases: no dependent is analysed
+  bool tooFewCases = false;               // the group has fewer than 5 cases: no dependent is analysed
   std::vector<OneWaySummaryRow> summary;  // one row per interval dependent compared
 };
 

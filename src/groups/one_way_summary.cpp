@@ -1,8 +1,9 @@
 #include "groups/one_way_summary.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
-#include <fmt/format.h>
 
 #include "frame/analysis_run.h"
 #include "frame/number_text.h"
@@ -15,9 +16,13 @@ namespace {
 constexpr int kMaxSummaryGroups = 10;
 
 // A number with its decimals by its size, as the intervals print them.
-std::string BySize(double x) { return Fixed(x, IntervalDecimals(x, x)); }
+std::string BySize(double x) {
+  return Fixed(x, IntervalDecimals(x, x));
+}
 
-std::string PCell(const PValue& p) { return fmt::format("{:.4f}{}", p.p, p.marker); }
+std::string PCell(const PValue& p) {
+  return fmt::format("{:.4f}{}", p.p, p.marker);
+}
 
 // A statistic, its df and p; " ..." three times when there is no df.
 void WriteTriple(ReportWriter& r, double statistic, double df, const PValue& p, bool defined = true) {
@@ -30,14 +35,18 @@ void WriteTriple(ReportWriter& r, double statistic, double df, const PValue& p, 
   r.NumberCell(PCell(p));
 }
 
-std::string Cut(std::string_view name, std::size_t length) { return std::string(Utf8Prefix(name, length)); }
+std::string Cut(std::string_view name, std::size_t length) {
+  return std::string(Utf8Prefix(name, length));
+}
 
 void WriteTwoGroups(AnalysisRun& run, const std::vector<const OneWaySummaryRow*>& rows, int covariate) {
   ReportWriter& r = run.report;
   const GroupDefinition groups = GetGroupDefinition(run.ws, run.index.columns[run.index.grouping]);
   const OneWaySummaryRow& first = *rows.front();
-  const std::string name1 = Cut(groups.distinctNames[first.nonEmpty.size() > 0 ? first.nonEmpty[0] + 1 : 1], 5);
-  const std::string name2 = Cut(groups.distinctNames[first.nonEmpty.size() > 1 ? first.nonEmpty[1] + 1 : 2], 5);
+  const std::string name1 =
+      Cut(groups.distinctNames[first.nonEmpty.size() > 0 ? first.nonEmpty[0] + 1 : 1], 5);
+  const std::string name2 =
+      Cut(groups.distinctNames[first.nonEmpty.size() > 1 ? first.nonEmpty[1] + 1 : 2], 5);
   const bool ancova = covariate > 0;
   r.BlankLine();
   r.Line(run.T("SUMMARY TABLE OF PARAMETRIC COMPARISONS OF THE TWO GROUPS",
@@ -45,23 +54,40 @@ void WriteTwoGroups(AnalysisRun& run, const std::vector<const OneWaySummaryRow*>
   if (ancova) r.Line(std::string(run.T("Covariate: ", "Kovariáns: ")) + run.request.shortNames.at(covariate));
   r.BeginTable();
   r.FirstCell("");
-  for (std::string_view head : {std::string_view(name1), std::string_view(), std::string_view(name2),
-                                std::string_view(), run.T(" Effect", " Hatás"),
-                                ancova ? std::string_view() : run.T("VarTest", "Szórásp."),
-                                ancova ? run.T("Analysis of covariance", "Kovarianciaanalízis") : std::string_view()}) {
+  for (std::string_view head :
+       {std::string_view(name1), std::string_view(), std::string_view(name2), std::string_view(),
+        run.T(" Effect", " Hatás"), ancova ? std::string_view() : run.T("VarTest", "Szórásp."),
+        ancova ? run.T("Analysis of covariance", "Kovarianciaanalízis") : std::string_view()}) {
     r.Cell(head);
   }
   r.EndRow();
   r.FirstCell(run.T("Variable       ", "Változó        "));
   std::vector<std::string_view> heads;
   if (ancova) {
-    heads = {run.T("AMean1", "KÁtlag1"), run.T("SD1", "Szórás1"), run.T("AMean2", "KÁtlag2"), run.T("SD2", "Szórás2"),
-             "Cohen_d", " r(X,Cov)", " t-value", " df", run.T("p-value", "p-érték"),
+    heads = {run.T("AMean1", "KÁtlag1"),
+             run.T("SD1", "Szórás1"),
+             run.T("AMean2", "KÁtlag2"),
+             run.T("SD2", "Szórás2"),
+             "Cohen_d",
+             " r(X,Cov)",
+             " t-value",
+             " df",
+             run.T("p-value", "p-érték"),
              run.T("Long variable name", "Hosszú változónév")};
   } else {
-    heads = {run.T("Mean1", "Átlag1"), run.T("SD1", "Szórás1"), run.T("Mean2", "Átlag2"), run.T("SD2", "Szórás2"),
-             "Cohen_d", "p/Levene", " t-value", " df", run.T("p-value", "p-érték"), "Welch_t", " df",
-             run.T("p-value", "p-érték"), run.T("Long variable name", "Hosszú változónév")};
+    heads = {run.T("Mean1", "Átlag1"),
+             run.T("SD1", "Szórás1"),
+             run.T("Mean2", "Átlag2"),
+             run.T("SD2", "Szórás2"),
+             "Cohen_d",
+             "p/Levene",
+             " t-value",
+             " df",
+             run.T("p-value", "p-érték"),
+             "Welch_t",
+             " df",
+             run.T("p-value", "p-érték"),
+             run.T("Long variable name", "Hosszú változónév")};
   }
   for (std::string_view head : heads) r.Cell(head);
   r.EndRow();
@@ -87,21 +113,26 @@ void WriteTwoGroups(AnalysisRun& run, const std::vector<const OneWaySummaryRow*>
   r.BlankLine();
   r.Line(run.T("Notations", "Jelölések"));
   if (ancova) r.Line(run.T("   - AMean = Adjusted mean", "   - KÁtlag = korrigált átlag"));
-  r.Line(run.T("   - Cohen's d effect size measure is the  difference of means divided by the pooled SD of the two samples.",
-               "   - A Cohen-féle d hatásnagyság az átlagok különbsége osztva a két minta közös szórásával."));
+  r.Line(
+      run.T("   - Cohen's d effect size measure is the  difference of means divided by the pooled SD of the "
+            "two samples.",
+            "   - A Cohen-féle d hatásnagyság az átlagok különbsége osztva a két minta közös szórásával."));
   if (ancova) {
     r.Line(run.T("   - r(X,Cov) = Correlation between dependent variable and covariate",
                  "   - r(X,Cov) = a függő változó és a kovariáns korrelációja"));
     r.Line(run.T("   - t-value = Square root of ANCOVA_F (df = df2_F)",
                  "   - t-value = a kovarianciaanalízis F-értékének négyzetgyöke (df = az F második df-je)"));
   } else {
-    r.Line(run.T("   - The column of VarTest contains the p-value of the Levene test for testing variance homogneity.",
-                 "   - A Szórásp. oszlop a szóráshomogenitást vizsgáló Levene-próba p-értékét tartalmazza."));
+    r.Line(run.T(
+        "   - The column of VarTest contains the p-value of the Levene test for testing variance homogneity.",
+        "   - A Szórásp. oszlop a szóráshomogenitást vizsgáló Levene-próba p-értékét tartalmazza."));
     r.Line(run.T("   - p/Levene denotes the p-values of the Levene test.",
                  "   - p/Levene: a Levene-próba p-értéke."));
-    r.Line(run.T("   - If p/Levene is small (p < 0.01) it is advisable to use the p-value of the Welch-test instead of "
-                 "that of the t-test.",
-                 "   - Ha p/Levene kicsi (p < 0.01), a t-próba helyett a Welch-próba p-értékét célszerű használni."));
+    r.Line(run.T(
+        "   - If p/Levene is small (p < 0.01) it is advisable to use the p-value of the Welch-test instead "
+        "of "
+        "that of the t-test.",
+        "   - Ha p/Levene kicsi (p < 0.01), a t-próba helyett a Welch-próba p-értékét célszerű használni."));
   }
 }
 
@@ -127,15 +158,17 @@ void WriteMoreGroups(AnalysisRun& run, const std::vector<const OneWaySummaryRow*
   }
   r.BeginTable();
   r.FirstCell(run.T("Variable       ", "Változó        "));
-  for (int j : shown) r.Cell(fmt::format("{}{}", ancova ? run.T("AMean", "KÁtlag") : run.T("Mean", "Átlag"), j + 1));
+  for (int j : shown)
+    r.Cell(fmt::format("{}{}", ancova ? run.T("AMean", "KÁtlag") : run.T("Mean", "Átlag"), j + 1));
   if (ancova) {
-    for (std::string_view head : {std::string_view(" r(X,Cov)"), std::string_view(" F_cova"), run.T("p-value", "p-érték")}) {
+    for (std::string_view head :
+         {std::string_view(" r(X,Cov)"), std::string_view(" F_cova"), run.T("p-value", "p-érték")}) {
       r.Cell(head);
     }
   } else {
-    for (std::string_view head : {std::string_view("p/Lev."), run.T("Anova_F", "VA_F"), run.T("p-value", "p-érték"),
-                                  std::string_view("Welch"), run.T("p-value", "p-érték"),
-                                  run.T("Eta squared", "Eta^2")}) {
+    for (std::string_view head :
+         {std::string_view("p/Lev."), run.T("Anova_F", "VA_F"), run.T("p-value", "p-érték"),
+          std::string_view("Welch"), run.T("p-value", "p-érték"), run.T("Eta squared", "Eta^2")}) {
       r.Cell(head);
     }
   }

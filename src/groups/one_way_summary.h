@@ -13,9 +13,9 @@ class AnalysisRun;
 // What a pass over one dependent leaves for the tables.
 struct OneWaySummaryRow {
   int dependent = 0;
-  int k = 0;                   // groups of at least two cases
-  std::vector<int> nonEmpty;   // the groups with cases
-  bool smallGroup = false;     // some group has at most two cases
+  int k = 0;                  // groups of at least two cases
+  std::vector<int> nonEmpty;  // the groups with cases
+  bool smallGroup = false;    // some group has at most two cases
   // The first two groups.
   double mean1 = 0, mean2 = 0, sd1 = 0, sd2 = 0, pooledSd = 0;
   PValue pLevene;

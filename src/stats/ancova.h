@@ -26,17 +26,17 @@ struct AncovaGroupResult {
 };
 
 struct AncovaResult {
-  bool done = false;  // at least two groups of three cases
-  std::vector<int> used;  // indices of the groups of at least three cases
+  bool done = false;                      // at least two groups of three cases
+  std::vector<int> used;                  // indices of the groups of at least three cases
   std::vector<AncovaGroupResult> groups;  // per used group
   int total = 0;
   double df1 = 0, df2 = 0;  // k - 1, N - k - 1
   double F = 0;             // 99 when the adjusted within sum vanishes and the total does not
   PValue p;
   double partialEtaSquared = 0, omegaSquared = 0;
-  double cohenD = 0;  // two groups only
-  double r = 0;       // x and c over the used cases
-  PValue rP;          // on N - 2 df
+  double cohenD = 0;     // two groups only
+  double r = 0;          // x and c over the used cases
+  PValue rP;             // on N - 2 df
   double chiSquare = 0;  // equality of the within-group correlations, k - 1 df
   PValue chiSquareP;
   double adjustedWithin = 0;  // the error term per case: E

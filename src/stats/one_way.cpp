@@ -11,7 +11,9 @@ namespace {
 
 constexpr double kTiny = kZeroTolerance;  // 1e-8, the threshold of every "is it zero" of this analysis
 
-double Square(double x) { return x * x; }
+double Square(double x) {
+  return x * x;
+}
 
 // The groups that take part: at least two cases.
 std::vector<GroupSample> Active(std::span<const GroupSample> groups) {
@@ -124,8 +126,8 @@ AnovaFamilyResult AnovaFamily(std::span<const GroupSample> groups) {
       r.W = 0;
     }
   } else if (!r.zeroGroup && s.ssWithin > kTiny) {
-    static constexpr std::string_view kTexts[] = {"  (p > 0.10)", "  (p < 0.10)", "  (p < 0.05)", "  (p < 0.01)",
-                                                  "  (p < 0.001)"};
+    static constexpr std::string_view kTexts[] = {"  (p > 0.10)", "  (p < 0.10)", "  (p < 0.05)",
+                                                  "  (p < 0.01)", "  (p < 0.001)"};
     static constexpr std::string_view kMarkers[] = {"", "+", "*", "**", "***"};
     int level = 0;
     while (level < 4 && r.U >= JamesCritical(a, level + 1)) ++level;
@@ -223,7 +225,8 @@ void SubstituteZeroSpread(std::span<const GroupSample> groups, std::vector<Group
     if (groups[j].n > 1 && sd >= kTiny && (smallest == 0 || sd < smallest)) smallest = sd;
   }
   for (std::size_t j = 0; j < groups.size(); ++j) {
-    if (groups[j].n > 1 && std::sqrt(scores[j].variance) < kTiny) scores[j].variance = Square(0.33 * smallest);
+    if (groups[j].n > 1 && std::sqrt(scores[j].variance) < kTiny)
+      scores[j].variance = Square(0.33 * smallest);
   }
 }
 
@@ -349,7 +352,8 @@ TrimmedGroup TrimGroup(std::span<const double> sorted, int percent) {
   if (t.kept < 1) return t;
   t.minimum = sorted[h];
   t.maximum = sorted[t.n - h - 1];
-  double sum = 0, wsum = h * (t.minimum + t.maximum), wss = h * (t.minimum * t.minimum + t.maximum * t.maximum);
+  double sum = 0, wsum = h * (t.minimum + t.maximum),
+         wss = h * (t.minimum * t.minimum + t.maximum * t.maximum);
   for (int i = h; i < t.n - h; ++i) {
     sum += sorted[i];
     wsum += sorted[i];

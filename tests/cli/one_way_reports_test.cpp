@@ -19,7 +19,9 @@ struct OneWayReport {
   std::string args;      // after "run PROJECT --command 21"
 };
 
-void PrintTo(const OneWayReport& report, std::ostream* out) { *out << report.expected; }
+void PrintTo(const OneWayReport& report, std::ostream* out) {
+  *out << report.expected;
+}
 
 std::string ProjectPath(const std::string& project) {
   return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
@@ -58,10 +60,13 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{"oneway_en_four.txt", "oneway",
                      "--vars Score,Flat --group Group --set trimmingPercent=20 --lang en"},
         // Two groups: t, Welch, the intervals, Yuen.
-        OneWayReport{"oneway_hu_two.txt", "oneway", "--vars Time --group Pair --set trimmingPercent=20 --lang hu"},
+        OneWayReport{"oneway_hu_two.txt", "oneway",
+                     "--vars Time --group Pair --set trimmingPercent=20 --lang hu"},
         // Equal means: t = 0 with p = 1, the intervals keep their width; one group untrimmed;
         // the tail of the comparison of distributions.
-        OneWayReport{"oneway_en_equal.txt", "oneway", "--vars Same --group Pair --set trimmingPercent=10 --set compareDistributions=Yes --lang en"},
+        OneWayReport{
+            "oneway_en_equal.txt", "oneway",
+            "--vars Same --group Pair --set trimmingPercent=10 --set compareDistributions=Yes --lang en"},
         // A group of one case and an empty group; an ordinal dependent waits for its tests.
         OneWayReport{"oneway_en_single.txt", "oneway",
                      "--vars Score,Time --group Group5 --set scaleType:Time=ordinal --lang en"},
@@ -79,9 +84,11 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{"oneway_en_summary_more.txt", "oneway", "--vars Score,Flat,Cov --group Group --lang en"},
         // Only the variables with a test at 1 %.
         OneWayReport{"oneway_en_significant.txt", "oneway",
-                     "--vars Score,Flat,Time --group Pair --set significantOnly=on --set significanceLevel=2 --lang en"},
-        OneWayReport{"survey_oneway_en_exer.txt", "survey",
-                     "--vars Pulse,Height,Smoke --group Exer --cond Sex --set scaleType:Smoke=ordinal --lang en"},
+                     "--vars Score,Flat,Time --group Pair --set significantOnly=on --set significanceLevel=2 "
+                     "--lang en"},
+        OneWayReport{
+            "survey_oneway_en_exer.txt", "survey",
+            "--vars Pulse,Height,Smoke --group Exer --cond Sex --set scaleType:Smoke=ordinal --lang en"},
         OneWayReport{"survey_oneway_hu_sex.html", "survey",
                      "--vars Pulse --group Sex --set trimmingPercent=10 --lang hu --format html"}),
     [](const ::testing::TestParamInfo<OneWayReport>& info) {
@@ -93,13 +100,15 @@ INSTANTIATE_TEST_SUITE_P(
 // The dialog's checks come before the command is looked up: built or not, a run of the
 // group comparison dialog without its grouping variables is refused and writes no report.
 TEST_F(OneWayCli, TheDialogsChecksComeBeforeTheCommand) {
-  const std::pair<const char*, const char*> cases[] = {{"21", "You must select one grouping variable."},
-                                                       {"23", "You must select two grouping variables."},
-                                                       {"22", "At least two dependent variables have to be selected."},
-                                                       {"25", "Sorry, under construction."}};
+  const std::pair<const char*, const char*> cases[] = {
+      {"21", "You must select one grouping variable."},
+      {"23", "You must select two grouping variables."},
+      {"22", "At least two dependent variables have to be selected."},
+      {"25", "Sorry, under construction."}};
   for (const auto& [command, message] : cases) {
     SCOPED_TRACE(command);
-    test::CliResult r = Cli("run '" + ProjectPath("survey") + "' --command " + command + " --vars Pulse --lang en");
+    test::CliResult r =
+        Cli("run '" + ProjectPath("survey") + "' --command " + command + " --vars Pulse --lang en");
     EXPECT_EQ(r.status, 2);
     EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
     EXPECT_TRUE(r.out.empty());

@@ -61,7 +61,8 @@ TEST(Ancova, AgreesWithRegressionsInR) {
 }
 
 TEST(Ancova, GroupsOfFewerThanThreeCasesAreLeftOut) {
-  std::vector<AncovaGroupData> data = {{{1, 2, 4}, {1, 3, 4}}, {{5, 6}, {2, 2}}, {{2, 3, 5, 8}, {1, 2, 2, 5}}};
+  std::vector<AncovaGroupData> data = {
+      {{1, 2, 4}, {1, 3, 4}}, {{5, 6}, {2, 2}}, {{2, 3, 5, 8}, {1, 2, 2, 5}}};
   const AncovaResult a = Ancova(data);
   ASSERT_TRUE(a.done);
   EXPECT_EQ(a.used, (std::vector<int>{0, 2}));
