@@ -7,6 +7,8 @@
 
 namespace tarvika {
 
+using namespace one_way_text;
+
 void WriteAncovaReport(AnalysisRun& run, int dependent, int covariate, const AncovaResult& a,
                        double partialR) {
   ReportWriter& r = run.report;

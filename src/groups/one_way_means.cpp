@@ -18,6 +18,8 @@
 #include "workspace/workspace.h"
 
 namespace tarvika {
+
+using namespace one_way_text;
 namespace {
 
 constexpr double kTiny = kZeroTolerance;
@@ -37,7 +39,6 @@ struct Comparison {
   std::vector<MomentAccumulator> moments;
   std::vector<GroupSample> groups;
   std::vector<int> active;  // indices of the groups of at least two cases
-  int minN = 0, maxN = 0;
   bool zeroSd = false;
   bool smallGroup = false;  // some assigned group has at most 2 cases
   VarianceTest obrien, levene;
@@ -46,6 +47,8 @@ struct Comparison {
   PValue pMeans, pWelch, pBF;  // the t or F of the ANOVA, Welch's W (or t), Brown-Forsythe
   double t = 0, tWelch = 0;    // two groups: the roots of F and W
   double difference = 0;       // m1 - m2 of the first two active groups
+  double pooledSd = 0;         // of those two, weighted by n (not n - 1); 0 without spread
+  double cohenD = 0;           // difference / pooledSd
   bool trimmed = false;
   bool trimmedUsable = false;
   std::vector<TrimmedGroup> trim;  // per active group
@@ -61,7 +64,7 @@ struct Comparison {
 class IntervalPass {
  public:
   IntervalPass(AnalysisRun& run, int dependent) : run_(run), r_(run.report), dependent_(dependent) {}
-  // False when fewer than two groups have two cases (the message is written).
+  // Reads the cases of the conditional group; false when fewer than two groups have two.
   bool Read();
   void Compute();
   void WriteHeading();
@@ -77,7 +80,7 @@ class IntervalPass {
   void WriteVarianceTests();
   void WriteVarianceLine(std::string_view name, std::string_view hungarian, const VarianceTest& t);
   void WriteMeanTests();
-  void WriteInterval(std::string_view label, double t, double df);
+  void WriteInterval(std::string_view label, double se, double df);
   void ComputeTrimmed();
   void WriteTrimmed();
 
@@ -127,8 +130,6 @@ bool IntervalPass::Read() {
     if (g.n <= 2) c_.smallGroup = true;
     if (g.n < 2) continue;
     c_.active.push_back(j);
-    c_.minN = c_.minN == 0 ? g.n : std::min(c_.minN, g.n);
-    c_.maxN = std::max(c_.maxN, g.n);
     if (g.variance < kTiny) c_.zeroSd = true;
   }
   significantOnly_ = run_.request.Get(param::kSignificantOnly);
@@ -154,7 +155,13 @@ void IntervalPass::Compute() {
   c_.levene = LeveneTest(c_.values, c_.groups);
   c_.anova = AnovaFamily(c_.groups);
   c_.effects = Effects(c_.anova);
-  c_.difference = c_.groups[c_.active[0]].mean - c_.groups[c_.active[1]].mean;
+  const GroupSample& g1 = c_.groups[c_.active[0]];
+  const GroupSample& g2 = c_.groups[c_.active[1]];
+  c_.difference = g1.mean - g2.mean;
+  if (std::sqrt(g1.variance) + std::sqrt(g2.variance) > kTiny) {
+    c_.pooledSd = std::sqrt((g1.n * g1.variance + g2.n * g2.variance) / (g1.n + g2.n));
+    c_.cohenD = c_.difference / c_.pooledSd;
+  }
   const AnovaFamilyResult& a = c_.anova;
   if (a.k == 2) {
     c_.t = a.F > kTiny ? std::sqrt(a.F) : a.F;
@@ -219,8 +226,7 @@ OneWaySummaryRow IntervalPass::SummaryRow() const {
   row.mean2 = g2.mean;
   row.sd1 = std::sqrt(g1.variance);
   row.sd2 = std::sqrt(g2.variance);
-  if (row.sd1 + row.sd2 > kTiny)
-    row.pooledSd = std::sqrt((g1.n * g1.variance + g2.n * g2.variance) / (g1.n + g2.n));
+  row.pooledSd = c_.pooledSd;
   row.pLevene = c_.levene.p;
   const double sign = c_.difference < 0 ? -1 : 1;
   row.t = sign * c_.t;
@@ -396,23 +402,17 @@ void IntervalPass::WriteMeanTests() {
                           T("      Omega squared (~ Adjusted R squared) = ",
                             "      Omega négyzet (~ korrigált R négyzet) = "),
                           e.omegaSquared));
-      const GroupSample& g1 = c_.groups[c_.active[0]];
-      const GroupSample& g2 = c_.groups[c_.active[1]];
-      const double s1 = std::sqrt(g1.variance), s2 = std::sqrt(g2.variance);
-      const double pooled = std::sqrt((g1.n * g1.variance + g2.n * g2.variance) / (g1.n + g2.n));
-      const double d = s1 + s2 > kTiny ? c_.difference / pooled : 0;
       r_.Line(fmt::format(
           "{}{:.3f}",
-          T("      Cohen-delta effect size measure: d = ", "      Cohen-féle delta hatásnagyság: d = "), d));
+          T("      Cohen-delta effect size measure: d = ", "      Cohen-féle delta hatásnagyság: d = "),
+          c_.cohenD));
     }
   }
   if (!significantOnly_) {
-    r_.Line(fmt::format("    {}{}",
-                        two ? T("ROBUST TEST not assuming the equality of population variances:",
-                                "ROBUSZTUS PRÓBA az elméleti szórások egyenlőségének feltételezése nélkül:")
-                            : T("ROBUST TESTS not assuming the equality of population variances:",
-                                "ROBUSZTUS PRÓBÁK az elméleti szórások egyenlőségének feltételezése nélkül:"),
-                        ""));
+    r_.Line(two ? T("    ROBUST TEST not assuming the equality of population variances:",
+                    "    ROBUSZTUS PRÓBA az elméleti szórások egyenlőségének feltételezése nélkül:")
+                : T("    ROBUST TESTS not assuming the equality of population variances:",
+                    "    ROBUSZTUS PRÓBÁK az elméleti szórások egyenlőségének feltételezése nélkül:"));
   }
   if (!two) {
     if (c_.zeroSd || a.W < -0.5) {
@@ -468,7 +468,7 @@ void IntervalPass::WriteTrimmed() {
   r_.BeginTable();
   r_.FirstCell("");
   for (std::string_view head :
-       {std::string_view(), T("", ""), T("Trimmed", "Trimmelt"), T("Trimmed", "Trimmelt"),
+       {std::string_view(), std::string_view(), T("Trimmed", "Trimmelt"), T("Trimmed", "Trimmelt"),
         T("Winsor.", "Winsor."), T("Trimmed", "Trimmelt"), std::string_view()}) {
     r_.Cell(head);
   }

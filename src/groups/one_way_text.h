@@ -12,7 +12,7 @@
 #include "lang/utf8.h"
 #include "numeric/probability.h"
 
-namespace tarvika {
+namespace tarvika::one_way_text {
 
 // A name followed by 24 minus twice its length blanks, as the group tables pad their names.
 inline std::string PaddedName(std::string_view name) {
@@ -36,4 +36,4 @@ inline std::string PText(const PValue& p) {
   return fmt::format("  (p = {:.4f}){}", p.p, p.marker);
 }
 
-}  // namespace tarvika
+}  // namespace tarvika::one_way_text
