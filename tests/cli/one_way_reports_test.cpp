@@ -82,6 +82,8 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{"oneway_en_summary_covariate.txt", "oneway",
                      "--vars Score,Flat,Time --group Pair --cov Cov --lang en"},
         OneWayReport{"oneway_en_summary_more.txt", "oneway", "--vars Score,Flat,Cov --group Group --lang en"},
+        // A grouping variable without group labels: no analysis.
+        OneWayReport{"oneway_hu_no_groups.txt", "oneway", "--vars Time --group Score --lang hu"},
         // Only the variables with a test at 1 %.
         OneWayReport{"oneway_en_significant.txt", "oneway",
                      "--vars Score,Flat,Time --group Pair --set significantOnly=on --set significanceLevel=2 "
