@@ -263,6 +263,13 @@ RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, ReportFormat format
     if (message) *message = std::move(text);
   };
   const CommandInfo* command = dialog.commands->Find(dialog.commandCode);
+  // The dialog's checks of the selection come first, for a command still to be built too.
+  if (command != nullptr && command->dialog == dialog.kind && command->offered) {
+    if (std::string_view refusal = SelectionError(ws, dialog, command->selection); !refusal.empty()) {
+      tell(std::string(refusal));
+      return RunResult::Refused;
+    }
+  }
   if (command == nullptr || !command->Built()) {
     tell(std::string(UnderConstruction(ws.language)));
     return RunResult::NotBuilt;

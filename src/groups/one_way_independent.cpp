@@ -3,17 +3,52 @@
 #include <fmt/format.h>
 
 #include "frame/analysis_run.h"
+#include "frame/parameter_names.h"
+#include "groups/one_way_means.h"
 #include "lang/utf8.h"
 #include "relations/crosstab.h"
 
 namespace tarvika {
 
-// Per conditional group and dependent: a nominal dependent is compared across the groups
-// by the crosstab of the grouping variable against it; the interval and ordinal branches
-// are still to come.
+namespace {
+
+constexpr std::string_view kLevelText[] = {"10%", "5%", "1%"};
+
+}  // namespace
+
+// Per conditional group and dependent: an interval dependent is compared across the groups
+// by the tests of means and variances, a nominal one by the crosstab of the grouping
+// variable against it; the ordinal branch is still to come.
 void OneWayIndependent(AnalysisRun& run) {
   const SelectedIndex& index = run.index;
   const int grouping = index.columns[index.grouping];
+  if (GetGroupDefinition(run.ws, grouping).distinct < 2) {
+    run.report.BlankLine();
+    run.report.Line(std::string(run.T("Grouping variable: ", "Csoportosító változó: ")) +
+                    NameWithLong(run.ws, grouping));
+    run.report.Line(run.T("Less than two groups have been assigned to this variable.",
+                          "Ehhez a változóhoz kettőnél kevesebb csoport van megadva."));
+    run.report.Line(run.T("No analysis will be performed.", "Enélkül a program nem tud elemzést végezni."));
+    return;
+  }
+  if (run.request.Get(param::kSignificantOnly)) {
+    const int level = run.request.Get(param::kSignificanceLevel);
+    run.report.BlankLine();
+    run.report.Line(run.T("Results for a dependent variable are not reported unless at least one",
+                          "Egy függő változó eredményei csak akkor jelennek meg, ha legalább egy"));
+    run.report.Line(fmt::format("{}{}.",
+                                run.T("test of group comparison is significant at level ",
+                                      "csoportösszehasonlító próba szignifikáns a következő szinten: "),
+                                kLevelText[level]));
+    run.report.Line(run.T("Lack of significance can also be due to incomplete designs.",
+                          "A szignifikancia hiánya a hiányos elrendezésnek is betudható."));
+  }
+  if (run.request.Get(param::kCompareDistributions)) {
+    // The tail left out of the compared region of the distributions of ordinal dependents.
+    const int percent = run.request.Get(param::kTrimmingPercent);
+    const double epsmin = percent < 1 ? 0.025 : percent > 25 ? 0.25 : percent * 0.01;
+    run.report.Line(fmt::format("Epsmin = {:.3f}", epsmin));
+  }
   run.ForEachGroup([&] {
     if (run.Conditional() > 0) {
       run.report.BlankLine();
@@ -21,16 +56,23 @@ void OneWayIndependent(AnalysisRun& run) {
                                   run.T(".  GROUP NAME: ", ".  CSOPORTNÉV: "),
                                   Utf8Prefix(run.Groups().distinctNames[run.Group()], 22)));
     }
+    OneWayGroupState state;
     for (int i = 1; i <= index.analysed; ++i) {
       const int dependent = index.columns[i];
-      if (run.request.scaleKind[dependent] == kScaleGroupDefined) {
+      const int scale = run.request.scaleKind[dependent];
+      if (scale == kScaleGroupDefined) {
         WriteCrosstab(run, grouping, dependent, CrosstabSections{});
-      } else {
+      } else if (scale == kScaleDiscrete) {
+        if (!WriteOneWayHeading(run, state)) continue;
         run.report.BlankLine();
-        run.report.Line(std::string(run.T("DEPENDENT VARIABLE: ", "FÜGGŐ VÁLTOZÓ: ")) + NameWithLong(run.ws, dependent));
+        run.report.Line(std::string(run.T("DEPENDENT VARIABLE: ", "FÜGGŐ VÁLTOZÓ: ")) +
+                        NameWithLong(run.ws, dependent));
         run.report.Line("Sorry, under construction.");
+      } else {
+        CompareIntervalDependent(run, dependent, state);
       }
     }
+    WriteOneWaySummaries(run, state.summary);
   });
 }
 

@@ -1,0 +1,121 @@
+// The one-way comparison of interval dependents through the headless program, each against
+// its report in tests/groups/expected, checked by hand against
+// tests/groups/data/oneway_check.txt and survey_oneway_check.txt (the R scripts beside them).
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "support/cli_runner.h"
+
+namespace tarvika {
+namespace {
+
+struct OneWayReport {
+  const char* expected;  // the file of tests/groups/expected; also names the test
+  const char* project;   // "survey" or "oneway"
+  std::string args;      // after "run PROJECT --command 21"
+};
+
+void PrintTo(const OneWayReport& report, std::ostream* out) {
+  *out << report.expected;
+}
+
+std::string ProjectPath(const std::string& project) {
+  return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
+                             : std::string(TARVIKA_TEST_DATA) + "/groups/data/oneway.msw";
+}
+
+// The expected report with the CR LF line ends of a report.
+std::string ExpectedReport(const std::string& name) {
+  const std::string text = test::ReadFile(std::string(TARVIKA_TEST_DATA) + "/groups/expected/" + name);
+  std::string crlf;
+  for (char c : text) {
+    if (c == '\n') crlf.push_back('\r');
+    crlf.push_back(c);
+  }
+  return crlf;
+}
+
+class OneWayCli : public test::CliTest, public ::testing::WithParamInterface<OneWayReport> {};
+
+TEST_P(OneWayCli, MatchesTheReportCheckedByHand) {
+  const OneWayReport& c = GetParam();
+  const std::string path = ProjectPath(c.project);
+  test::CliResult r = Cli("run '" + path + "' --command 21 " + c.args);
+  ASSERT_EQ(r.status, 0) << r.err;
+  std::string report = r.out;
+  const std::size_t at = report.find(path);
+  if (at != std::string::npos) report.replace(at, path.size(), std::string(c.project) + ".msw");
+  EXPECT_EQ(report, ExpectedReport(c.expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reports, OneWayCli,
+    ::testing::Values(
+        // Four groups of unequal size and spread, then the same with a constant group:
+        // Welch and James undefined, the trimmed test refused.
+        OneWayReport{"oneway_en_four.txt", "oneway",
+                     "--vars Score,Flat --group Group --set trimmingPercent=20 --lang en"},
+        // Two groups: t, Welch, the intervals, Yuen.
+        OneWayReport{"oneway_hu_two.txt", "oneway",
+                     "--vars Time --group Pair --set trimmingPercent=20 --lang hu"},
+        // Equal means: t = 0 with p = 1, the intervals keep their width; one group untrimmed;
+        // the tail of the comparison of distributions.
+        OneWayReport{
+            "oneway_en_equal.txt", "oneway",
+            "--vars Same --group Pair --set trimmingPercent=10 --set compareDistributions=Yes --lang en"},
+        // A group of one case and an empty group; an ordinal dependent waits for its tests.
+        OneWayReport{"oneway_en_single.txt", "oneway",
+                     "--vars Score,Time --group Group5 --set scaleType:Time=ordinal --lang en"},
+        // Conditional groups: fewer than two groups of two, a group of two cases (too small
+        // for the covariance analysis), too few cases.
+        OneWayReport{"oneway_en_conditional.txt", "oneway",
+                     "--vars Time --group Pair --cov Cov --cond Group5 --lang en"},
+        // The covariance analysis: four groups, a case without the covariate; two groups.
+        OneWayReport{"oneway_en_covariate.txt", "oneway", "--vars Score --group Group --cov Cov --lang en"},
+        OneWayReport{"oneway_hu_covariate.txt", "oneway", "--vars Time --group Pair --cov Cov --lang hu"},
+        // The tables across dependents: two groups without and with a covariate, more groups.
+        OneWayReport{"oneway_hu_summary_two.txt", "oneway", "--vars Score,Flat,Time --group Pair --lang hu"},
+        OneWayReport{"oneway_en_summary_covariate.txt", "oneway",
+                     "--vars Score,Flat,Time --group Pair --cov Cov --lang en"},
+        OneWayReport{"oneway_en_summary_more.txt", "oneway", "--vars Score,Flat,Cov --group Group --lang en"},
+        // A grouping variable without group labels: no analysis.
+        OneWayReport{"oneway_hu_no_groups.txt", "oneway", "--vars Time --group Score --lang hu"},
+        // Only the variables with a test at 1 %.
+        OneWayReport{"oneway_en_significant.txt", "oneway",
+                     "--vars Score,Flat,Time --group Pair --set significantOnly=on --set significanceLevel=2 "
+                     "--lang en"},
+        OneWayReport{
+            "survey_oneway_en_exer.txt", "survey",
+            "--vars Pulse,Height,Smoke --group Exer --cond Sex --set scaleType:Smoke=ordinal --lang en"},
+        OneWayReport{"survey_oneway_hu_sex.html", "survey",
+                     "--vars Pulse --group Sex --set trimmingPercent=10 --lang hu --format html"}),
+    [](const ::testing::TestParamInfo<OneWayReport>& info) {
+      std::string name = info.param.expected;
+      std::replace(name.begin(), name.end(), '.', '_');
+      return name;
+    });
+
+// The dialog's checks come before the command is looked up: built or not, a run of the
+// group comparison dialog without its grouping variables is refused and writes no report.
+TEST_F(OneWayCli, TheDialogsChecksComeBeforeTheCommand) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"21", "You must select one grouping variable."},
+      {"23", "You must select two grouping variables."},
+      {"22", "At least two dependent variables have to be selected."},
+      {"25", "Sorry, under construction."}};
+  for (const auto& [command, message] : cases) {
+    SCOPED_TRACE(command);
+    test::CliResult r =
+        Cli("run '" + ProjectPath("survey") + "' --command " + command + " --vars Pulse --lang en");
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
+    EXPECT_TRUE(r.out.empty());
+  }
+}
+
+}  // namespace
+}  // namespace tarvika

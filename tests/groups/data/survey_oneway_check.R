@@ -1,0 +1,16 @@
+# The numbers of the one-way comparison reports on data/dat/survey.msw (the data set survey of
+# R's MASS package). Run from this folder: Rscript survey_oneway_check.R > survey_oneway_check.txt
+source("oneway_check_lib.R")
+library(MASS)
+s <- survey
+# The project's codes of Exer: 1 frequently, 2 some, 3 none.
+s$ExerCode <- c(Freq = 1, Some = 2, None = 3)[as.character(s$Exer)]
+s$SexCode <- c(Female = 1, Male = 2)[as.character(s$Sex)]
+for (sex in 1:2) {
+  for (v in c("Pulse", "Height")) {
+    d <- s[!is.na(s$SexCode) & s$SexCode == sex & !is.na(s[[v]]) & !is.na(s$ExerCode), ]
+    report(paste(v, "by Exer, Sex", sex), d[[v]], d$ExerCode)
+  }
+}
+d <- s[!is.na(s$Pulse) & !is.na(s$SexCode), ]
+report("Pulse by Sex, 10% trimming", d$Pulse, d$SexCode, 0.1)
