@@ -21,3 +21,25 @@ synthetic_project() {
   [ -s "$msw" ] && [ -s "$tsv" ] || "$gen" "$msw" "$tsv" 1000000
   cat "$msw" "$tsv" >/dev/null
 }
+
+# A scratch program folder with the statistical tables (no command starts without them),
+# removed when the script ends: sets program.
+scratch_program_folder() {
+  program=$(mktemp -d)
+  trap 'rm -rf "$program"' EXIT
+  cp -r "$build/tarvika/stattab" "$program/"
+}
+
+# Runs tarvika-cli in the scratch program folder `runs` times with the arguments given,
+# the report to $program/report.txt: sets best to the shortest wall time in microseconds.
+best_cli_time() {
+  best=""
+  local start end t
+  for _ in $(seq "$runs"); do
+    start=$(date +%s%N)
+    "$build/tarvika/tarvika-cli" --program-dir "$program" "$@" >"$program/report.txt"
+    end=$(date +%s%N)
+    t=$(( (end - start) / 1000 ))
+    if [ -z "$best" ] || [ "$t" -lt "$best" ]; then best=$t; fi
+  done
+}

@@ -6,7 +6,6 @@
 # Target: at most 0.25 of R's time. Usage: compare-run.sh [BUILD_DIR]
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
-cli=$build/tarvika/tarvika-cli
 gen=$build/bench/project_load/gen_project_file
 runs=${RUNS:-3}
 
@@ -17,20 +16,11 @@ fi
 source "$(dirname "$0")/../bench_common.sh"
 ensure_r_data_table
 synthetic_project
-program=$(mktemp -d)
-trap 'rm -rf "$program"' EXIT
-cp -r "$build/tarvika/stattab" "$program/"  # no command starts without the tables
+scratch_program_folder
 vars=item2,item3,item4,item5,item6,score7,score8,score9,score10,score11,score12,score13
 vars=$vars,meas14,meas15,meas16,meas17,meas18,meas19,meas20,meas21
 
-best=""
-for _ in $(seq "$runs"); do
-  start=$(date +%s%N)
-  "$cli" --program-dir "$program" run "$msw" --command 11 --vars "$vars" --lang en >"$program/report.txt"
-  end=$(date +%s%N)
-  t=$(( (end - start) / 1000 ))
-  [ -z "$best" ] || [ "$t" -lt "$best" ] && best=$t
-done
+best_cli_time run "$msw" --command 11 --vars "$vars" --lang en
 
 r_out=$(Rscript -e "
   suppressMessages(library(data.table))

@@ -9,7 +9,6 @@
 # Usage: compare-correlation.sh [BUILD_DIR]
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
-cli=$build/tarvika/tarvika-cli
 gen=$build/bench/project_load/gen_project_file
 runs=${RUNS:-3}
 
@@ -20,18 +19,9 @@ fi
 source "$(dirname "$0")/../bench_common.sh"
 ensure_r_data_table
 synthetic_project
-program=$(mktemp -d)
-trap 'rm -rf "$program"' EXIT
-cp -r "$build/tarvika/stattab" "$program/"
+scratch_program_folder
 
-best=""
-for _ in $(seq "$runs"); do
-  start=$(date +%s%N)
-  "$cli" --program-dir "$program" run "$msw" --command 31 --vars meas14 --y meas15 --lang en >"$program/report.txt"
-  end=$(date +%s%N)
-  t=$(( (end - start) / 1000 ))
-  [ -z "$best" ] || [ "$t" -lt "$best" ] && best=$t
-done
+best_cli_time run "$msw" --command 31 --vars meas14 --y meas15 --lang en
 
 r_out=$(Rscript -e "
   suppressMessages(library(data.table))

@@ -6,7 +6,6 @@
 # of the times and the F and W of both. Usage: compare-oneway.sh [BUILD_DIR]
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
-cli=$build/tarvika/tarvika-cli
 runs=${RUNS:-3}
 source "$(dirname "$0")/../bench_common.sh"
 ensure_r_data_table
@@ -34,18 +33,9 @@ if [ ! -s "$msw" ] || [ ! -s "$tsv" ]; then
     fwrite(d, '$tsv', sep = '\t')"
 fi
 cat "$msw" "$tsv" >/dev/null
-program=$(mktemp -d)
-trap 'rm -rf "$program"' EXIT
-cp -r "$build/tarvika/stattab" "$program/"  # no command starts without the tables
+scratch_program_folder
 
-best=""
-for _ in $(seq "$runs"); do
-  start=$(date +%s%N)
-  "$cli" --program-dir "$program" run "$msw" --command 21 --vars y --group g --lang en >"$program/report.txt"
-  end=$(date +%s%N)
-  t=$(( (end - start) / 1000 ))
-  [ -z "$best" ] || [ "$t" -lt "$best" ] && best=$t
-done
+best_cli_time run "$msw" --command 21 --vars y --group g --lang en
 
 r_out=$(Rscript -e "
   suppressMessages(library(data.table))
