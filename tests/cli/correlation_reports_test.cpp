@@ -12,48 +12,14 @@
 namespace tarvika {
 namespace {
 
-struct CorrelationReport {
-  const char* expected;  // the file of tests/relations/expected; also names the test
-  const char* project;   // "survey" or "correlation"
-  std::string args;      // after "run PROJECT"
-};
+using CorrelationReport = test::ReportCase;
 
-void PrintTo(const CorrelationReport& report, std::ostream* out) { *out << report.expected; }
-
-std::string ProjectPath(const std::string& project) {
-  return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
-                             : std::string(TARVIKA_TEST_DATA) + "/relations/data/correlation.msw";
-}
-
-std::string ExpectedReport(const std::string& name) {
-  const std::string text = test::ReadFile(std::string(TARVIKA_TEST_DATA) + "/relations/expected/" + name);
-  std::string crlf;
-  for (char c : text) {
-    if (c == '\n') crlf.push_back('\r');
-    crlf.push_back(c);
-  }
-  return crlf;
-}
-
-class CorrelationCli : public test::CliTest, public ::testing::WithParamInterface<CorrelationReport> {
+class CorrelationCli : public test::ReportCliTest {
  protected:
-  test::CliResult Run(const std::string& project, const std::string& args) const {
-    return Cli("run '" + ProjectPath(project) + "' " + args);
-  }
-  static std::string WithoutPath(std::string report, const std::string& project) {
-    const std::string path = ProjectPath(project);
-    const std::size_t at = report.find(path);
-    if (at != std::string::npos) report.replace(at, path.size(), project + ".msw");
-    return report;
-  }
+  CorrelationCli() : ReportCliTest("relations") {}
 };
 
-TEST_P(CorrelationCli, MatchesTheReportCheckedByHand) {
-  const CorrelationReport& c = GetParam();
-  test::CliResult r = Run(c.project, c.args);
-  ASSERT_EQ(r.status, 0) << r.err;
-  EXPECT_EQ(WithoutPath(r.out, c.project), ExpectedReport(c.expected));
-}
+TEST_P(CorrelationCli, MatchesTheReportCheckedByHand) { ExpectReport(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(
     Reports, CorrelationCli,
@@ -107,7 +73,8 @@ INSTANTIATE_TEST_SUITE_P(
         CorrelationReport{"survey_matrix_en_pair.txt", "survey",
                           "--command 32 --vars Wr.Hnd,Height --y NW.Hnd,Age --set pairing=Pair --set listPValues=on "
                           "--set listCorrelations=Yes --cond Sex --set compareConditionalGroups=on --lang en"},
-        CorrelationReport{"correlation_matrix_en_refused.txt", "correlation", "--command 32 --vars X --lang en"}));
+        CorrelationReport{"correlation_matrix_en_refused.txt", "correlation", "--command 32 --vars X --lang en"}),
+    test::ReportCaseName);
 
 TEST_F(CorrelationCli, HtmlShowsTheScatterPlotOfEachMeasuredPair) {
   const test::CliResult r = Cli("run '" + ProjectPath("correlation") +

@@ -12,50 +12,14 @@
 namespace tarvika {
 namespace {
 
-struct CrosstabReport {
-  const char* expected;  // the file of tests/relations/expected; also names the test
-  const char* project;   // "survey" or "crosstab"
-  std::string args;      // after "run PROJECT"
-};
+using CrosstabReport = test::ReportCase;
 
-void PrintTo(const CrosstabReport& report, std::ostream* out) { *out << report.expected; }
-
-std::string ProjectPath(const std::string& project) {
-  return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
-                             : std::string(TARVIKA_TEST_DATA) + "/relations/data/crosstab.msw";
-}
-
-// The expected report with the CR LF line ends of a report.
-std::string ExpectedReport(const std::string& name) {
-  const std::string text = test::ReadFile(std::string(TARVIKA_TEST_DATA) + "/relations/expected/" + name);
-  std::string crlf;
-  for (char c : text) {
-    if (c == '\n') crlf.push_back('\r');
-    crlf.push_back(c);
-  }
-  return crlf;
-}
-
-class CrosstabCli : public test::CliTest, public ::testing::WithParamInterface<CrosstabReport> {
+class CrosstabCli : public test::ReportCliTest {
  protected:
-  test::CliResult Run(const std::string& project, const std::string& args) const {
-    return Cli("run '" + ProjectPath(project) + "' " + args);
-  }
-  // The report with the machine's path of the project made its file name.
-  static std::string WithoutPath(std::string report, const std::string& project) {
-    const std::string path = ProjectPath(project);
-    const std::size_t at = report.find(path);
-    if (at != std::string::npos) report.replace(at, path.size(), project + ".msw");
-    return report;
-  }
+  CrosstabCli() : ReportCliTest("relations") {}
 };
 
-TEST_P(CrosstabCli, MatchesTheReportCheckedByHand) {
-  const CrosstabReport& c = GetParam();
-  test::CliResult r = Run(c.project, c.args);
-  ASSERT_EQ(r.status, 0) << r.err;
-  EXPECT_EQ(WithoutPath(r.out, c.project), ExpectedReport(c.expected));
-}
+TEST_P(CrosstabCli, MatchesTheReportCheckedByHand) { ExpectReport(GetParam()); }
 
 const std::string kAllSections =
     " --set expectedFrequencies=Yes --set rowPercents=Yes --set columnPercents=Yes --set totalPercents=Yes"
@@ -91,11 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
                        "--command 21 --vars Smoke --group Sex --set scaleType:Smoke=nominal --lang en"},
         CrosstabReport{"survey_m21_hu.txt", "survey",
                        "--command 21 --vars Smoke --group Sex --set scaleType:Smoke=nominal --lang hu"}),
-    [](const ::testing::TestParamInfo<CrosstabReport>& info) {
-      std::string name = info.param.expected;
-      std::replace(name.begin(), name.end(), '.', '_');
-      return name;
-    });
+    test::ReportCaseName);
 
 TEST_F(CrosstabCli, HundredCategoriesAreAccepted) {
   // 100 values against one: the table is built (and found incomplete), not refused.

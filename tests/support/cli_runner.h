@@ -60,8 +60,10 @@ class CliTest : public ::testing::Test {
 
   static std::string Survey() { return std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"; }
   // A report of tests/single/expected, with the CR LF line ends of a report.
-  static std::string Expected(const std::string& name) {
-    std::string text = ReadFile(std::string(TARVIKA_TEST_DATA) + "/single/expected/" + name);
+  static std::string Expected(const std::string& name) { return ExpectedIn("single", name); }
+  // A report of tests/<folder>/expected, with the CR LF line ends of a report.
+  static std::string ExpectedIn(const std::string& folder, const std::string& name) {
+    std::string text = ReadFile(std::string(TARVIKA_TEST_DATA) + "/" + folder + "/expected/" + name);
     std::string crlf;
     for (char c : text) {
       if (c == '\n') crlf.push_back('\r');
@@ -81,6 +83,55 @@ class CliTest : public ::testing::Test {
   }
 
   std::filesystem::path folder_;
+};
+
+// A report checked by hand: its file in tests/<folder>/expected (which also names the
+// test), the project ("survey" for the bundled one, else tests/<folder>/data/<project>.msw)
+// and the arguments after "run PROJECT".
+struct ReportCase {
+  const char* expected;
+  const char* project;
+  std::string args;
+};
+inline void PrintTo(const ReportCase& c, std::ostream* out) { *out << c.expected; }
+
+// The name of a report case's test: its file with "_" for ".".
+inline std::string ReportCaseName(const ::testing::TestParamInfo<ReportCase>& info) {
+  std::string name = info.param.expected;
+  for (char& c : name) {
+    if (c == '.') c = '_';
+  }
+  return name;
+}
+
+// The reports of one test folder run through the program and compared with their files.
+class ReportCliTest : public CliTest, public ::testing::WithParamInterface<ReportCase> {
+ protected:
+  explicit ReportCliTest(std::string folder) : testFolder_(std::move(folder)) {}
+
+  std::string ProjectPath(const std::string& project) const {
+    return project == "survey" ? Survey()
+                               : std::string(TARVIKA_TEST_DATA) + "/" + testFolder_ + "/data/" + project + ".msw";
+  }
+  CliResult Run(const std::string& project, const std::string& args) const {
+    return Cli("run '" + ProjectPath(project) + "' " + args);
+  }
+  // The report with the machine's path of the project made its file name.
+  std::string WithoutPath(std::string report, const std::string& project) const {
+    const std::string path = ProjectPath(project);
+    const std::size_t at = report.find(path);
+    if (at != std::string::npos) report.replace(at, path.size(), project + ".msw");
+    return report;
+  }
+  // Runs the case and compares its report with its file.
+  void ExpectReport(const ReportCase& c) const {
+    const CliResult r = Run(c.project, c.args);
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(WithoutPath(r.out, c.project), ExpectedIn(testFolder_, c.expected));
+  }
+
+ private:
+  std::string testFolder_;
 };
 
 }  // namespace tarvika::test
