@@ -73,6 +73,14 @@ class AnalysisRun {
   // order, read as ReadRow reads it (empty, foreign text and missing codes are left out).
   template <typename F>
   void ForEachValue(int variable, F f) const;
+  // Calls f(row, x, y) for every case of the current group in which both variables are
+  // valid, in case order.
+  template <typename F>
+  void ForEachPair(int x, int y, F f) const;
+  // Calls f(row, values) for every case of the current group in which all the variables
+  // are valid; values[1..] in the order given.
+  template <typename F>
+  void ForEachComplete(std::vector<int> variables, F f) const;
 
   // Calls writeGroup once for each group that has cases, in order, with Group() and
   // GroupRows() set.
@@ -91,16 +99,30 @@ class AnalysisRun {
 };
 
 template <typename F>
-void AnalysisRun::ForEachValue(int variable, F f) const {
-  DataFeed one(ws, report.Missing(), {0, variable});
-  std::vector<double> value(2, 0);
-  std::vector<std::uint8_t> missing(2, 1);
+void AnalysisRun::ForEachComplete(std::vector<int> variables, F f) const {
+  const int count = static_cast<int>(variables.size());
+  variables.insert(variables.begin(), 0);
+  DataFeed feed(ws, report.Missing(), std::move(variables));
+  std::vector<double> value(count + 1, 0);
+  std::vector<std::uint8_t> missing(count + 1, 1);
   int seen = 0;
   for (int row : rows_) {
     if (++seen % 10000 == 0) ShowCaseProgress(row);
-    one.ReadRow(row, 1, value, missing);
-    if (!missing[1]) f(row, value[1]);
+    feed.ReadRow(row, count, value, missing);
+    bool complete = true;
+    for (int i = 1; i <= count && complete; ++i) complete = !missing[i];
+    if (complete) f(row, value);
   }
+}
+
+template <typename F>
+void AnalysisRun::ForEachValue(int variable, F f) const {
+  ForEachComplete({variable}, [&](int row, const std::vector<double>& v) { f(row, v[1]); });
+}
+
+template <typename F>
+void AnalysisRun::ForEachPair(int x, int y, F f) const {
+  ForEachComplete({x, y}, [&](int row, const std::vector<double>& v) { f(row, v[1], v[2]); });
 }
 
 // One run of a built command on a prepared request.

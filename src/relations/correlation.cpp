@@ -189,17 +189,10 @@ class PairReport {
 };
 
 void PairReport::Read() {
-  DataFeed feed(run_.ws, r_.Missing(), {0, result_.x, result_.y});
-  std::vector<double> value(3, 0);
-  std::vector<std::uint8_t> missing(3, 1);
-  int seen = 0;
-  for (int row : run_.GroupRows()) {
-    if (++seen % 10000 == 0) run_.ShowCaseProgress(row);
-    feed.ReadRow(row, 2, value, missing);
-    if (missing[1] || missing[2]) continue;
-    x_.push_back(value[1]);
-    y_.push_back(value[2]);
-  }
+  run_.ForEachPair(result_.x, result_.y, [&](int, double x, double y) {
+    x_.push_back(x);
+    y_.push_back(y);
+  });
 }
 
 PairResult PairReport::Write() {

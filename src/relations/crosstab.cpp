@@ -105,18 +105,12 @@ class PairReport {
 };
 
 void PairReport::Read() {
-  DataFeed feed(run_.ws, r_.Missing(), {0, x_, y_});
-  std::vector<double> value(3, 0);
-  std::vector<std::uint8_t> missing(3, 1);
-  int seen = 0;
-  for (int row : run_.GroupRows()) {
-    if (++seen % 10000 == 0) run_.ShowCaseProgress(row);
-    feed.ReadRow(row, 2, value, missing);
-    if (missing[1] || missing[2] || !rows_.Holds(value[1]) || !columns_.Holds(value[2])) continue;
-    rows_.Note(value[1]);
-    columns_.Note(value[2]);
-    pairs_.emplace_back(value[1], value[2]);
-  }
+  run_.ForEachPair(x_, y_, [&](int, double x, double y) {
+    if (!rows_.Holds(x) || !columns_.Holds(y)) return;
+    rows_.Note(x);
+    columns_.Note(y);
+    pairs_.emplace_back(x, y);
+  });
   rows_.Close();
   columns_.Close();
 }
