@@ -113,6 +113,7 @@ struct TrimmedTest {
   PValue p;
   double etaSquared = 0;
   double cohenD = 0;  // two groups
+  double errorTerm = 1;  // more groups: 1 + B, the divisor of Ft
 };
 TrimmedTest YuenTest(const TrimmedGroup& a, const TrimmedGroup& b);
 TrimmedTest TrimmedWelch(std::span<const TrimmedGroup> groups);
