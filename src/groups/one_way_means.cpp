@@ -87,8 +87,8 @@ class IntervalPass {
   void WriteTrimmed();
   // The pairwise comparisons after an overall test of means with p at most 0.10.
   bool MeansTrend() const;
-  void WritePairwise(PairwiseKind kind, PairwiseMethod method, const std::vector<PairwiseGroup>& groups, int k,
-                     double df, double msError);
+  void WritePairwise(PairwiseKind kind, PairwiseMethod method, const std::vector<PairwiseGroup>& groups,
+                     int k, double df, double msError);
   void WriteMeanComparisons();
   void WriteTrimmedComparisons();
   void WriteAdjustedComparisons();
@@ -308,8 +308,8 @@ bool IntervalPass::MeansTrend() const {
   return c_.pMeans.p <= 0.10 || (welchDefined && c_.pWelch.p <= 0.10) || c_.pBF.p <= 0.10;
 }
 
-void IntervalPass::WritePairwise(PairwiseKind kind, PairwiseMethod method, const std::vector<PairwiseGroup>& groups,
-                                 int k, double df, double msError) {
+void IntervalPass::WritePairwise(PairwiseKind kind, PairwiseMethod method,
+                                 const std::vector<PairwiseGroup>& groups, int k, double df, double msError) {
   WritePairwiseComparisons(r_, kind,
                            PairwiseComparisons(method, groups, k, static_cast<int>(std::lround(df)), msError,
                                                run_.tables.studentizedRange));
@@ -337,8 +337,8 @@ void IntervalPass::WriteTrimmedComparisons() {
     groups[c_.active[i]] = {t.mean, std::sqrt(t.yuenScale), t.kept};
   }
   const TrimmedTest& y = c_.trimmedTest;
-  WritePairwise(PairwiseKind::TrimmedMeans, PairwiseMethod::GamesHowell, groups, static_cast<int>(c_.trim.size()),
-                y.df2, y.errorTerm);
+  WritePairwise(PairwiseKind::TrimmedMeans, PairwiseMethod::GamesHowell, groups,
+                static_cast<int>(c_.trim.size()), y.df2, y.errorTerm);
 }
 
 // The adjusted means on the cases of the covariance analysis, with its residual mean square.
