@@ -69,6 +69,7 @@ std::vector<CommandInfo> Rows() {
        .scratch = {.attribute = p::kScaleType.name},
        .parameters = {p::kScaleType.name, p::kCommonScale.name, p::kTrimmingPercent.name, p::kCompareDistributions.name,
                       p::kMaxCutpoints.name, p::kSignificantOnly.name, p::kSignificanceLevel.name},
+       .tables = {T::StudentizedRange},
        .analyse = OneWayIndependent},
       {.code = kOneWayRepeated, .dialog = D::Groups,
        .english = "One-way comparison of repeated measures",

@@ -84,8 +84,6 @@ void WriteAncovaReport(AnalysisRun& run, int dependent, int covariate, const Anc
   r.Line(T("Testing the equality of adjusted group means:",
            "A korrigált csoportátlagok egyenlőségének tesztelése:"));
   r.Line(fmt::format(" F({:.0f}; {:.0f}) = {:.3f}{}", a.df1, a.df2, a.F, PText(a.p)));
-  // The pairwise comparisons of the adjusted means belong here when p <= 0.10; they come
-  // with the pairwise module.
 }
 
 }  // namespace tarvika

@@ -10,11 +10,13 @@
 #include "frame/parameter_names.h"
 #include "groups/one_way_ancova_report.h"
 #include "groups/one_way_text.h"
+#include "groups/pairwise_report.h"
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"
 #include "stats/ancova.h"
 #include "stats/moments.h"
 #include "stats/one_way.h"
+#include "stats/pairwise.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -83,6 +85,13 @@ class IntervalPass {
   void WriteInterval(std::string_view label, double se, double df);
   void ComputeTrimmed();
   void WriteTrimmed();
+  // The pairwise comparisons after an overall test of means with p at most 0.10.
+  bool MeansTrend() const;
+  void WritePairwise(PairwiseKind kind, PairwiseMethod method, const std::vector<PairwiseGroup>& groups,
+                     int k, double df, double msError);
+  void WriteMeanComparisons();
+  void WriteTrimmedComparisons();
+  void WriteAdjustedComparisons();
 
   AnalysisRun& run_;
   ReportWriter& r_;
@@ -282,10 +291,68 @@ void IntervalPass::Write() {
   }
   WriteVarianceTests();
   WriteMeanTests();
-  // The pairwise comparisons of means (Tukey-Kramer, Games-Howell) belong here when some
-  // test of means has p <= 0.10; they come with the pairwise module.
+  if (MeansTrend()) WriteMeanComparisons();
   if (c_.trimmed) WriteTrimmed();
-  if (c_.covariate > 0) WriteAncovaReport(run_, dependent_, c_.covariate, c_.ancova, c_.partialR);
+  if (c_.covariate > 0) {
+    WriteAncovaReport(run_, dependent_, c_.covariate, c_.ancova, c_.partialR);
+    if (c_.ancova.done && c_.ancova.p.p <= 0.10) WriteAdjustedComparisons();
+  }
+}
+
+// Any of the F, Welch's W (when it is defined) and Brown and Forsythe's F* of more groups.
+// With two groups the comparisons would print nothing.
+bool IntervalPass::MeansTrend() const {
+  const AnovaFamilyResult& a = c_.anova;
+  if (a.k < 3) return false;
+  const bool welchDefined = !(c_.zeroSd || a.W < -0.5);
+  return c_.pMeans.p <= 0.10 || (welchDefined && c_.pWelch.p <= 0.10) || c_.pBF.p <= 0.10;
+}
+
+void IntervalPass::WritePairwise(PairwiseKind kind, PairwiseMethod method,
+                                 const std::vector<PairwiseGroup>& groups, int k, double df, double msError) {
+  WritePairwiseComparisons(r_, kind,
+                           PairwiseComparisons(method, groups, k, static_cast<int>(std::lround(df)), msError,
+                                               run_.tables.studentizedRange));
+}
+
+// Every assigned group keeps its place in the table, so that the pairs carry the groups'
+// indices; a group of fewer than two cases takes no part.
+void IntervalPass::WriteMeanComparisons() {
+  std::vector<PairwiseGroup> groups(c_.kAssigned);
+  for (int j : c_.active) {
+    const GroupSample& g = c_.groups[j];
+    groups[j] = {g.mean, std::sqrt(g.variance), g.n};
+  }
+  const AnovaFamilyResult& a = c_.anova;
+  WritePairwise(PairwiseKind::Means, PairwiseMethod::TukeyKramer, groups, a.k, a.df2, a.msWithin);
+  WritePairwise(PairwiseKind::Means, PairwiseMethod::GamesHowell, groups, a.k, a.df2, a.msWithin);
+}
+
+// Each pair on the trimmed sizes h and the squared standard errors d/h of the trimmed test,
+// so that q is the root of 2 times Yuen's t of the pair, marked at Yuen's df.
+void IntervalPass::WriteTrimmedComparisons() {
+  std::vector<PairwiseGroup> groups(c_.kAssigned);
+  for (std::size_t i = 0; i < c_.active.size(); ++i) {
+    const TrimmedGroup& t = c_.trim[i];
+    groups[c_.active[i]] = {t.mean, std::sqrt(t.yuenScale), t.kept};
+  }
+  const TrimmedTest& y = c_.trimmedTest;
+  WritePairwise(PairwiseKind::TrimmedMeans, PairwiseMethod::GamesHowell, groups,
+                static_cast<int>(c_.trim.size()), y.df2, y.errorTerm);
+}
+
+// The adjusted means on the cases of the covariance analysis, with its residual mean square.
+void IntervalPass::WriteAdjustedComparisons() {
+  const AncovaResult& a = c_.ancova;
+  std::vector<PairwiseGroup> groups(c_.kAssigned);
+  for (std::size_t i = 0; i < a.used.size(); ++i) {
+    const AncovaGroupResult& g = a.groups[i];
+    groups[a.used[i]] = {g.adjustedMean, g.sdX, g.n};
+  }
+  const int k = static_cast<int>(a.df1) + 1;
+  const double msError = a.total * a.adjustedWithin / a.df2;
+  WritePairwise(PairwiseKind::AdjustedMeans, PairwiseMethod::TukeyKramer, groups, k, a.df2, msError);
+  WritePairwise(PairwiseKind::AdjustedMeans, PairwiseMethod::GamesHowell, groups, k, a.df2, msError);
 }
 
 void IntervalPass::WriteGroupTable() {
@@ -521,9 +588,8 @@ void IntervalPass::WriteTrimmed() {
     r_.Line(fmt::format("    - Ft({:.0f}; {:.1f}) = {:.3f}{}", y.df1, y.df2, y.statistic, PText(y.p)));
     r_.Line(fmt::format("{}{:.3f}", T("    - Trimmed eta-squared = ", "    - Trimmelt eta-négyzet = "),
                         y.etaSquared));
+    if (MarkRank(y.p.marker) > 0) WriteTrimmedComparisons();
   }
-  // The pairwise comparison of trimmed means (Games-Howell) belongs here when the test has a
-  // marker; it comes with the pairwise module.
 }
 
 }  // namespace

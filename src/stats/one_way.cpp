@@ -404,7 +404,8 @@ TrimmedTest TrimmedWelch(std::span<const TrimmedGroup> groups) {
   }
   A /= k - 1;
   const double B = 2.0 * (k - 2) * L / (k * k - 1);
-  r.statistic = A / (1 + B);
+  r.errorTerm = 1 + B;
+  r.statistic = A / r.errorTerm;
   r.df1 = k - 1;
   r.df2 = (k * k - 1) / (3 * L);
   r.p = FProb(r.statistic, r.df1, r.df2);

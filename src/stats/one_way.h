@@ -112,7 +112,8 @@ struct TrimmedTest {
   double df1 = 0, df2 = 0;
   PValue p;
   double etaSquared = 0;
-  double cohenD = 0;  // two groups
+  double cohenD = 0;     // two groups
+  double errorTerm = 1;  // more groups: 1 + B, the divisor of Ft
 };
 TrimmedTest YuenTest(const TrimmedGroup& a, const TrimmedGroup& b);
 TrimmedTest TrimmedWelch(std::span<const TrimmedGroup> groups);

@@ -91,6 +91,9 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{
             "survey_oneway_en_exer.txt", "survey",
             "--vars Pulse,Height,Smoke --group Exer --cond Sex --set scaleType:Smoke=ordinal --lang en"},
+        // The pairwise comparisons of the means and of the adjusted means, in Hungarian.
+        OneWayReport{"survey_oneway_hu_covariate.txt", "survey",
+                     "--vars Pulse --group Exer --cov Height --lang hu"},
         OneWayReport{"survey_oneway_hu_sex.html", "survey",
                      "--vars Pulse --group Sex --set trimmingPercent=10 --lang hu --format html"}),
     [](const ::testing::TestParamInfo<OneWayReport>& info) {

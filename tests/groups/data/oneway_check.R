@@ -35,3 +35,9 @@ cat("SDs of the covariance analysis's cases", f3(tapply(x, p, sd)), " Cohen d on
 report("Cov by Group", Cov[!is.na(Cov)], Group[!is.na(Cov)])
 # Equal means: t = 0, and the intervals still have their width.
 report("Same by Pair, 10% trimming", Same, Pair, 0.1)
+# The pairwise comparisons after the tests of means (Score and Flat by Group; Flat's group
+# without spread borrows the pooled SD in Games-Howell, which R has no counterpart for).
+tukey_pairs("Score by Group", Score, Group)
+games_howell_pairs("Score by Group", Score, Group)
+trimmed_pairs("Score by Group, 20% trimming", Score, Group, 0.2)
+tukey_pairs("Flat by Group", Flat, Group)

@@ -112,3 +112,56 @@ ancova_report <- function(title, y, cv, g) {
   if (k == 2) cat("d", f3((adj[1] - adj[2]) / sqrt(deviance(big) / df.residual(big))), "\n")
   cat("F", f3(cmp$F[2]), "df", cmp$Df[2], cmp$Res.Df[2], "p", f4(cmp$`Pr(>F)`[2]), "\n")
 }
+
+# The pairwise comparisons of the groups of at least two cases. Tukey-Kramer from TukeyHSD:
+# q = |diff| / sqrt(0.5 V), the root taken from its interval's half width over qtukey.
+# Games-Howell from Welch's t.test of each pair: q = sqrt(2) |t| at its rounded df. Each q
+# with its ptukey upper tail (the marks: "**" below 0.01, "*" below 0.05, "+" below 0.10).
+tukey_pairs <- function(title, y, g) {
+  cat("== Tukey-Kramer,", title, "\n")
+  keep <- g %in% as.numeric(names(which(table(g) >= 2))); y <- y[keep]; g <- g[keep]
+  f <- factor(g); k <- nlevels(f); fit <- aov(y ~ f); df <- df.residual(fit)
+  hsd <- TukeyHSD(fit)$f
+  q <- abs(hsd[, "diff"]) / ((hsd[, "upr"] - hsd[, "diff"]) / qtukey(0.95, k, df))
+  for (i in seq_along(q)) cat(sprintf("%s q=%.2f df=%d p=%.4f\n", rownames(hsd)[i], q[i], df, ptukey(q[i], k, df, lower.tail = FALSE)))
+}
+games_howell_pairs <- function(title, y, g) {
+  cat("== Games-Howell,", title, "\n")
+  keep <- g %in% as.numeric(names(which(table(g) >= 2))); y <- y[keep]; g <- g[keep]
+  lev <- sort(unique(g)); k <- length(lev)
+  for (a in 1:(k - 1)) for (b in (a + 1):k) {
+    tt <- t.test(y[g == lev[a]], y[g == lev[b]], var.equal = FALSE)
+    q <- sqrt(2) * abs(tt$statistic); df <- round(tt$parameter)
+    cat(sprintf("%s-%s q=%.2f df=%d p=%.4f\n", lev[a], lev[b], q, df, ptukey(q, k, df, lower.tail = FALSE)))
+  }
+}
+# The trimmed means: each pair's Yuen t (written out above, as R has no Yuen test), q = sqrt(2) |t|.
+trimmed_pairs <- function(title, y, g, trim) {
+  cat("== Games-Howell of trimmed means,", title, "\n")
+  lev <- sort(unique(g)); k <- length(lev)
+  p <- sapply(lev, function(j) trim_parts(y[g == j], trim))
+  for (a in 1:(k - 1)) for (b in (a + 1):k) {
+    t <- (p["mean", a] - p["mean", b]) / sqrt(p["d", a] + p["d", b])
+    df <- round((p["d", a] + p["d", b])^2 / (p["d", a]^2 / (p["h", a] - 1) + p["d", b]^2 / (p["h", b] - 1)))
+    q <- sqrt(2) * abs(t)
+    cat(sprintf("%s-%s q=%.2f df=%d p=%.4f\n", lev[a], lev[b], q, df, ptukey(q, k, df, lower.tail = FALSE)))
+  }
+}
+# The adjusted means of lm(y ~ cv + g) on the complete cases: Tukey-Kramer with the model's
+# residual mean square; Games-Howell with the groups' SDs of y and Welch's df of each pair.
+adjusted_pairs <- function(title, y, cv, g) {
+  cat("== Adjusted means,", title, "\n")
+  ok <- !is.na(y) & !is.na(cv) & !is.na(g); y <- y[ok]; cv <- cv[ok]; g <- g[ok]
+  keep <- g %in% as.numeric(names(which(table(g) >= 3))); y <- y[keep]; cv <- cv[keep]; g <- g[keep]
+  f <- factor(g); k <- nlevels(f); big <- lm(y ~ cv + f); df <- df.residual(big); mse <- deviance(big) / df
+  b <- coef(big)["cv"]; adj <- tapply(y, f, mean) - b * (tapply(cv, f, mean) - mean(cv))
+  n <- tapply(y, f, length); s2 <- tapply(y, f, var); lev <- levels(f)
+  for (a in 1:(k - 1)) for (c in (a + 1):k) {
+    d <- abs(adj[a] - adj[c])
+    q <- d / sqrt(0.5 * mse * (1 / n[a] + 1 / n[c]))
+    tt <- t.test(y[g == lev[a]], y[g == lev[c]], var.equal = FALSE); gdf <- round(tt$parameter)
+    gq <- d / sqrt(0.5 * (s2[a] / n[a] + s2[c] / n[c]))
+    cat(sprintf("%s-%s Tukey q=%.2f df=%d p=%.4f  Games-Howell q=%.2f df=%d p=%.4f\n", lev[a], lev[c], q, df,
+                ptukey(q, k, df, lower.tail = FALSE), gq, gdf, ptukey(gq, k, gdf, lower.tail = FALSE)))
+  }
+}

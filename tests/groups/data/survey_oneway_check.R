@@ -14,3 +14,15 @@ for (sex in 1:2) {
 }
 d <- s[!is.na(s$Pulse) & !is.na(s$SexCode), ]
 report("Pulse by Sex, 10% trimming", d$Pulse, d$SexCode, 0.1)
+# The pairwise comparisons of the three Exer groups.
+for (sex in 1:2) {
+  for (v in c("Pulse", "Height")) {
+    d <- s[!is.na(s$SexCode) & s$SexCode == sex & !is.na(s[[v]]) & !is.na(s$ExerCode), ]
+    tukey_pairs(paste(v, "by Exer, Sex", sex), d[[v]], d$ExerCode)
+    games_howell_pairs(paste(v, "by Exer, Sex", sex), d[[v]], d$ExerCode)
+  }
+}
+d <- s[!is.na(s$Pulse) & !is.na(s$ExerCode), ]
+tukey_pairs("Pulse by Exer", d$Pulse, d$ExerCode)
+games_howell_pairs("Pulse by Exer", d$Pulse, d$ExerCode)
+adjusted_pairs("Pulse by Exer, covariate Height", s$Pulse, s$Height, s$ExerCode)
