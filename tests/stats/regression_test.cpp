@@ -42,7 +42,7 @@ std::vector<std::vector<double>> Rows(const std::string& name) {
 
 TEST(MultipleRegression, TheFinalModelAgreesWithLm) {
   const ReferenceCsv reference("regression.csv", "stats");
-  for (const char* name : {"survey", "mtcars", "collinear", "smallest"}) {
+  for (const char* name : {"survey", "mtcars", "removal", "collinear", "smallest"}) {
     for (const char* mode : {"forced", "stepwise"}) {
       std::vector<size_t> terms;
       for (size_t i = 0; i < reference.size(); ++i) {
@@ -76,9 +76,9 @@ TEST(MultipleRegression, TheFinalModelAgreesWithLm) {
   }
 }
 
-TEST(MultipleRegression, StepwiseEntersInTheOrderAndWithTheFOfAdd1) {
+TEST(MultipleRegression, StepwiseFollowsThePathOfAdd1AndDrop1) {
   const ReferenceCsv reference("regression.csv", "stats");
-  for (const char* name : {"survey", "mtcars"}) {
+  for (const char* name : {"survey", "mtcars", "removal"}) {
     SCOPED_TRACE(name);
     std::string path;
     for (size_t i = 0; i < reference.size(); ++i) {
@@ -89,7 +89,12 @@ TEST(MultipleRegression, StepwiseEntersInTheOrderAndWithTheFOfAdd1) {
     size_t step = 0;
     for (std::string entry; stream >> entry; ++step) {
       ASSERT_LT(step, fit.steps.size()) << entry;
-      ASSERT_EQ(entry.front(), '+');  // no removal on these paths
+      if (entry.front() == '-') {  // a removal: drop1's F fell to 3.84
+        EXPECT_EQ(fit.steps[step].variable, std::stoi(entry.substr(2)) - 1);
+        EXPECT_FALSE(fit.steps[step].entered);
+        EXPECT_LE(fit.steps[step].f, 3.84);
+        continue;
+      }
       const size_t colon = entry.find(':');
       EXPECT_EQ(fit.steps[step].variable, std::stoi(entry.substr(2, colon - 2)) - 1);
       EXPECT_TRUE(fit.steps[step].entered);

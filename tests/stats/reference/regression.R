@@ -21,6 +21,10 @@ x1 <- round(rnorm(12, 10, 2), 1); x2 <- round(rnorm(12, 5, 1), 1)
 sets$collinear <- data.frame(y = round(x1 + 2 * x2 + rnorm(12), 1), x1 = x1, x2 = x2, x3 = x1 + x2)
 # N = V + 2: one residual degree of freedom.
 sets$smallest <- data.frame(y = c(3, 5, 4, 8, 9), x1 = c(1, 2, 3, 4, 5), x2 = c(2, 1, 4, 3, 6), x3 = c(5, 3, 4, 1, 2))
+# x3 follows x1 + x2: it enters first and leaves once both are in.
+set.seed(1)
+x1 <- round(rnorm(30), 2); x2 <- round(rnorm(30), 2); x3 <- round(x1 + x2 + rnorm(30, 0, 0.6), 2)
+sets$removal <- data.frame(y = round(x1 + x2 + rnorm(30, 0, 0.7), 2), x1 = x1, x2 = x2, x3 = x3)
 
 data_rows <- data.frame(name = names(sets),
                         columns = sapply(sets, function(d) paste(apply(d, 2, paste, collapse = " "), collapse = ";")))
@@ -66,6 +70,7 @@ out <- rbind(fit_rows("survey", "forced", sets$survey, c("x1", "x2", "x3", "x4")
              fit_rows("survey", "stepwise", sets$survey, stepwise(sets$survey)),
              fit_rows("mtcars", "forced", sets$mtcars, paste0("x", 1:6)),
              fit_rows("mtcars", "stepwise", sets$mtcars, stepwise(sets$mtcars)),
+             fit_rows("removal", "stepwise", sets$removal, stepwise(sets$removal)),
              fit_rows("collinear", "forced", sets$collinear, c("x1", "x2")),
              fit_rows("smallest", "forced", sets$smallest, c("x1", "x2", "x3")))
 write.csv(out, "regression.csv", row.names = FALSE)
