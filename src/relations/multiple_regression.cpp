@@ -137,7 +137,7 @@ void DependentReport::WriteSteps(const MultipleRegression& fit) {
     r_.NumberCell(Number(s.errorVariance));
     r_.NumberCell(Number(s.se));
     r_.NumberCell(Fixed(s.partial, 4));
-    r_.NumberCell(Fixed(s.f, 3));
+    r_.NumberCell(Fixed(s.f, 3) + std::string(s.p.marker));
     r_.Cell(LongName(s.variable));
     r_.EndRow();
   }

@@ -63,9 +63,10 @@ void Selection::Record(int i, bool entered, double partial, double f) {
   r.adjustedRsq = r.df > 0 ? std::max(0.0, r.rsq - (1 - r.rsq) * r.m / r.df) : 0;
   r.errorVariance = r.df > 0 ? r.varDep * D(dep_) * r.n / r.df : 0;
   r.se = r.errorVariance > kZero ? std::sqrt(r.errorVariance) : 0;
+  const int df = entered ? r.df : r.df - 1;
   r.steps.push_back({.variable = active_[i], .entered = entered, .r = std::sqrt(std::max(0.0, r.rsq)), .rsq = r.rsq,
                      .adjustedRsq = r.adjustedRsq, .errorVariance = r.errorVariance, .se = r.se, .partial = partial,
-                     .f = f});
+                     .f = f, .p = df > 0 ? FProb(f, 1, df) : Marked(1)});
   RecordPartials();
 }
 

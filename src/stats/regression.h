@@ -16,6 +16,7 @@ struct RegressionStep {
   double r = 0, rsq = 0, adjustedRsq = 0, errorVariance = 0, se = 0;
   double partial = 0;  // of the variable with the dependent, given the model before the step
   double f = 0;
+  PValue p;  // of f on 1 and the residual df of the larger of the two models
 };
 
 struct RegressionCoefficient {

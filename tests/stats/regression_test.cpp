@@ -99,6 +99,7 @@ TEST(MultipleRegression, StepwiseFollowsThePathOfAdd1AndDrop1) {
       EXPECT_EQ(fit.steps[step].variable, std::stoi(entry.substr(2, colon - 2)) - 1);
       EXPECT_TRUE(fit.steps[step].entered);
       EXPECT_NEAR(fit.steps[step].f, std::stod(entry.substr(colon + 1)), 1e-5);
+      EXPECT_NEAR(fit.steps[step].p.p, std::stod(entry.substr(entry.find(':', colon + 1) + 1)), 1e-7);
     }
     EXPECT_EQ(fit.steps.size(), step);
   }

@@ -60,7 +60,8 @@ stepwise <- function(d, enter = 3.84) {
     ad <- add1(lm(reformulate(if (length(model)) model else "1", "y"), data = d), scope = out, test = "F")[-1, ]
     best <- rownames(ad)[which.max(ad$`F value`)]
     if (max(ad$`F value`) <= enter) break
-    model <- c(model, best); path <- c(path, sprintf("+%s:%.6f", best, max(ad$`F value`)))
+    model <- c(model, best)
+    path <- c(path, sprintf("+%s:%.6f:%.10g", best, max(ad$`F value`), ad[best, "Pr(>F)"]))
   }
   attr(model, "path") <- path
   model
