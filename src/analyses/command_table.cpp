@@ -5,6 +5,8 @@
 #include "relations/correlation.h"
 #include "relations/correlation_matrix.h"
 #include "relations/crosstab.h"
+#include "relations/item_analysis.h"
+#include "relations/multiple_regression.h"
 #include "single/single_sample_run.h"
 #include "workspace/main_menu.h"
 
@@ -127,13 +129,18 @@ std::vector<CommandInfo> Rows() {
        .analyse = Crosstab},
       {.code = kItemAnalysis, .dialog = D::Relations,
        .english = "Item analysis", .hungarian = "Itemanalízis",
+       .titleEnglish = "Scale reliability and item analysis", .titleHungarian = "Skála-reliabilitás és itemanalízis",
        .outputNames = {{p::kScaleName.name, "", "Scale"}},
        .parameters = {p::kScaleName.name, p::kSaveScale.name, p::kItemMin.name, p::kItemMax.name,
-                      p::kConvertNegativeItems.name}},
+                      p::kConvertNegativeItems.name},
+       .analyse = ItemAnalysis},
       {.code = kMultipleRegression, .dialog = D::Relations,
        .english = "Multiple linear regression", .hungarian = "Többszörös lineáris regresszió",
+       .titleEnglish = "Multiple linear regression", .titleHungarian = "Többszörös lineáris regresszió",
        .outputNames = {{p::kRegressionName.name, p::kSaveRegression.name, "RegVar"}},
-       .parameters = {p::kForced.name, p::kEnterF.name, p::kSaveRegression.name, p::kRegressionName.name}},
+       .parameters = {p::kForced.name, p::kEnterF.name, p::kBasicStatistics.name, p::kSaveRegression.name,
+                      p::kRegressionName.name},
+       .analyse = MultipleRegressionRun},
   };
 }
 
