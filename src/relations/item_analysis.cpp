@@ -1,10 +1,12 @@
 #include "relations/item_analysis.h"
 
+#include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
 #include <string>
 #include <vector>
 
+#include "lang/utf8.h"
 #include "frame/analysis_run.h"
 #include "frame/number_text.h"
 #include "frame/parameter_names.h"
@@ -88,6 +90,13 @@ bool CheckLimits(AnalysisRun& run, const Scale& scale, const Reliability& rel) {
   return agree;
 }
 
+// An item's short name padded by 28 - 2L blanks (L its length), so that the columns of a
+// plain view line up for names of every length.
+std::string PaddedItemName(const std::string& name) {
+  const int length = static_cast<int>(Utf8Length(name));
+  return name + std::string(std::max(0, 28 - 2 * length), ' ');
+}
+
 void WriteItemTables(AnalysisRun& run, const Scale& scale, const Reliability& rel) {
   ReportWriter& r = run.report;
   const int k = static_cast<int>(scale.items.size());
@@ -97,7 +106,7 @@ void WriteItemTables(AnalysisRun& run, const Scale& scale, const Reliability& re
                       run.T("Max", "Max.")});
   for (int i = 0; i < k; ++i) {
     const ItemStatistics& it = rel.items[i];
-    r.FirstCell(run.request.shortNames[scale.items[i]]);
+    r.FirstCell(PaddedItemName(run.request.shortNames[scale.items[i]]));
     r.WriteRatio(8, 9, 1, it.mean, 1);
     r.WriteRatio(8, 9, 1, it.sd, 1);
     r.WriteRatio(8, it.min <= kZero ? 0 : 2, 1, it.min, 1);
@@ -117,7 +126,7 @@ void WriteItemTables(AnalysisRun& run, const Scale& scale, const Reliability& re
   for (int i = 0; i < k; ++i) {
     const ItemStatistics& it = rel.items[i];
     r.FirstCell(scale.negative[i] ? " _" : " +");
-    r.Cell(run.request.shortNames[scale.items[i]]);
+    r.Cell(PaddedItemName(run.request.shortNames[scale.items[i]]));
     r.NumberCell(Fixed(it.rIT, 2));
     r.NumberCell(fmt::format("{:<8}", Fixed(it.rIR, 2) + std::string(it.pIR.marker)));
     if (k > 2) r.NumberCell(Fixed(it.alphaIfOmitted, 3));

@@ -12,45 +12,14 @@
 namespace tarvika {
 namespace {
 
-struct RegressionReport {
-  const char* expected;  // the file of tests/relations/expected; also names the test
-  const char* project;   // "survey" or "items"
-  std::string args;      // after "run PROJECT"
-};
+using RegressionReport = test::ReportCase;
 
-void PrintTo(const RegressionReport& report, std::ostream* out) { *out << report.expected; }
-
-std::string ProjectPath(const std::string& project) {
-  return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
-                             : std::string(TARVIKA_TEST_DATA) + "/relations/data/items.msw";
-}
-
-std::string ExpectedReport(const std::string& name) {
-  const std::string text = test::ReadFile(std::string(TARVIKA_TEST_DATA) + "/relations/expected/" + name);
-  std::string crlf;
-  for (char c : text) {
-    if (c == '\n') crlf.push_back('\r');
-    crlf.push_back(c);
-  }
-  return crlf;
-}
-
-class RegressionCli : public test::CliTest, public ::testing::WithParamInterface<RegressionReport> {
+class RegressionCli : public test::ReportCliTest {
  protected:
-  test::CliResult Run(const std::string& project, const std::string& args) const {
-    return Cli("run '" + ProjectPath(project) + "' " + args);
-  }
+  RegressionCli() : ReportCliTest("relations") {}
 };
 
-TEST_P(RegressionCli, MatchesTheReportCheckedByHand) {
-  const RegressionReport& c = GetParam();
-  test::CliResult r = Run(c.project, c.args);
-  ASSERT_EQ(r.status, 0) << r.err;
-  const std::string path = ProjectPath(c.project);
-  const std::size_t at = r.out.find(path);
-  if (at != std::string::npos) r.out.replace(at, path.size(), std::string(c.project) + ".msw");
-  EXPECT_EQ(r.out, ExpectedReport(c.expected));
-}
+TEST_P(RegressionCli, MatchesTheReportCheckedByHand) { ExpectReport(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(
     Reports, RegressionCli,
@@ -80,7 +49,8 @@ INSTANTIATE_TEST_SUITE_P(
         // By class; no conversion with a conditional variable.
         RegressionReport{"items_en_class.txt", "items",
                          "--command 35 --vars A,B --y D --cond Grp --set convertNegativeItems=on --lang en"},
-        RegressionReport{"items_en_refused.txt", "items", "--command 35 --vars A --lang en"}));
+        RegressionReport{"items_en_refused.txt", "items", "--command 35 --vars A --lang en"}),
+    test::ReportCaseName);
 
 TEST_F(RegressionCli, SavedVariablesRoundTripThroughTheProjectFile) {
   const std::string saved = (folder_ / "saved.msw").string();
