@@ -1,6 +1,7 @@
 // The one-way comparison of interval dependents through the headless program, each against
 // its report in tests/groups/expected, checked by hand against
-// tests/groups/data/oneway_check.txt and survey_oneway_check.txt (the R scripts beside them).
+// tests/groups/data/oneway_check.txt, oneway_ranks_check.txt and survey_oneway_check.txt (the
+// R scripts beside them).
 
 #include <gtest/gtest.h>
 
@@ -67,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{
             "oneway_en_equal.txt", "oneway",
             "--vars Same --group Pair --set trimmingPercent=10 --set compareDistributions=Yes --lang en"},
-        // A group of one case and an empty group; an ordinal dependent waits for its tests.
+        // A group of one case and an empty group; an ordinal dependent of three groups.
         OneWayReport{"oneway_en_single.txt", "oneway",
                      "--vars Score,Time --group Group5 --set scaleType:Time=ordinal --lang en"},
         // Conditional groups: fewer than two groups of two, a group of two cases (too small
@@ -82,6 +83,16 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{"oneway_en_summary_covariate.txt", "oneway",
                      "--vars Score,Flat,Time --group Pair --cov Cov --lang en"},
         OneWayReport{"oneway_en_summary_more.txt", "oneway", "--vars Score,Flat,Cov --group Group --lang en"},
+        // Ordinal dependents of two groups: the exact and the normal Mann-Whitney test without
+        // ties, then equal rank means with many ties; four groups; within a conditional
+        // group, a group of two cases (the exact test only).
+        OneWayReport{"oneway_en_ranks_two.txt", "oneway",
+                     "--vars Time,Same --group Pair --set scaleType:Time=ordinal --set scaleType:Same=ordinal "
+                     "--lang en"},
+        OneWayReport{"oneway_en_ranks_four.txt", "oneway",
+                     "--vars Score --group Group --set scaleType:Score=ordinal --lang en"},
+        OneWayReport{"oneway_hu_ranks_conditional.txt", "oneway",
+                     "--vars Time --group Pair --cond Group5 --set scaleType:Time=ordinal --lang hu"},
         // A grouping variable without group labels: no analysis.
         OneWayReport{"oneway_hu_no_groups.txt", "oneway", "--vars Time --group Score --lang hu"},
         // Only the variables with a test at 1 %.

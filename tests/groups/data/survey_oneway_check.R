@@ -14,3 +14,11 @@ for (sex in 1:2) {
 }
 d <- s[!is.na(s$Pulse) & !is.na(s$SexCode), ]
 report("Pulse by Sex, 10% trimming", d$Pulse, d$SexCode, 0.1)
+# Smoke as an ordinal dependent (the project's codes 1 never, 2 occasionally, 3 regularly,
+# 4 heavily) by Exer within each sex: the rank tests.
+source("oneway_ranks_lib.R")
+s$SmokeCode <- c(Never = 1, Occas = 2, Regul = 3, Heavy = 4)[as.character(s$Smoke)]
+for (sex in 1:2) {
+  d <- s[!is.na(s$SexCode) & s$SexCode == sex & !is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
+  rank_report(paste("Smoke by Exer, Sex", sex), d$SmokeCode, d$ExerCode)
+}
