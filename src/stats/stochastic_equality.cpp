@@ -234,3 +234,152 @@ MannWhitneyNormal MannWhitneyNormalTest(const RankedGroups& ranked) {
 }
 
 }  // namespace tarvika
+
+namespace tarvika {
+
+namespace {
+
+// s(x, j) of every case x against every group j: the cases of j below x plus half those tied
+// with it, found on the pooled ranks (equal ranks are ties).
+struct Placements {
+  int k = 0;
+  // at[i][j] lists s(x, j) for the cases x of group i, in the order of ranked.ranks[i].
+  std::vector<std::vector<std::vector<double>>> at;
+};
+
+Placements PlaceAll(const RankedGroups& ranked) {
+  Placements p;
+  p.k = static_cast<int>(ranked.ranks.size());
+  std::vector<std::vector<double>> sorted = ranked.ranks;
+  for (auto& s : sorted) std::sort(s.begin(), s.end());
+  p.at.assign(p.k, std::vector<std::vector<double>>(p.k));
+  for (int i = 0; i < p.k; ++i) {
+    for (int j = 0; j < p.k; ++j) {
+      const std::vector<double>& s = sorted[j];
+      for (double r : ranked.ranks[i]) {
+        const auto low = std::lower_bound(s.begin(), s.end(), r - 0.25);
+        const auto high = std::upper_bound(low, s.end(), r + 0.25);
+        p.at[i][j].push_back(static_cast<double>(low - s.begin()) + 0.5 * static_cast<double>(high - low));
+      }
+    }
+  }
+  return p;
+}
+
+// Sum of the cross products about their means of two series of equal length.
+double CrossSS(const std::vector<double>& a, const std::vector<double>& b) {
+  const double n = static_cast<double>(a.size());
+  const double ma = std::accumulate(a.begin(), a.end(), 0.0) / n;
+  const double mb = std::accumulate(b.begin(), b.end(), 0.0) / n;
+  double s = 0;
+  for (std::size_t x = 0; x < a.size(); ++x) s += (a[x] - ma) * (b[x] - mb);
+  return s;
+}
+
+// The two forms differ in the scale of the placements (equal weights: per case of the
+// other group), the divisor of the variances (N^2 or k^2) and the weights in V.
+KulleResult Kulle(const RankedGroups& ranked, bool equal) {
+  const Placements placements = PlaceAll(ranked);
+  const int k = placements.k;
+  const double N = ranked.total;
+  std::vector<double> n(k);
+  for (int i = 0; i < k; ++i) n[i] = ranked.samples[i].n;
+  // The scaled placements sc[i][j] and their sums over the other groups.
+  auto sc = placements.at;
+  if (equal) {
+    for (int i = 0; i < k; ++i) {
+      for (int j = 0; j < k; ++j) {
+        for (double& v : sc[i][j]) v /= n[j];
+      }
+    }
+  }
+  const double scale = equal ? static_cast<double>(k) * k : N * N;
+  KulleResult r;
+  std::vector<double> s2(k);
+  for (int i = 0; i < k; ++i) {
+    std::vector<double> T(sc[i][i].size(), 0);
+    for (int j = 0; j < k; ++j) {
+      if (j == i) continue;
+      for (std::size_t x = 0; x < T.size(); ++x) T[x] += sc[i][j][x];
+    }
+    const double meanT = std::accumulate(T.begin(), T.end(), 0.0) / n[i];
+    r.effects.push_back(equal ? (0.5 + meanT) / k : (n[i] / 2 + meanT) / N);
+    s2[i] = CrossSS(T, T) / (scale * (n[i] - 1));
+    r.v1.push_back(N * N * s2[i]);
+    // The spread of this group's placement of the other groups' cases.
+    std::vector<double> own;
+    for (int j = 0; j < k; ++j) {
+      if (j == i) continue;
+      own.insert(own.end(), placements.at[j][i].begin(), placements.at[j][i].end());
+    }
+    const double ss = own.size() > 1 ? CrossSS(own, own) : 0;
+    r.v2.push_back(ss > kTiny ? ss / (N - n[i] - 1) : ss);
+  }
+  // c(i, j, l): covariance of the placements against j and l over the cases of i.
+  auto c = [&](int i, int j, int l) { return CrossSS(sc[i][j], sc[i][l]) / (scale * (n[i] - 1)); };
+  std::vector<double> V(static_cast<std::size_t>(k) * k, 0);
+  for (int i = 0; i < k; ++i) {
+    double sum = 0;
+    for (int j = 0; j < k; ++j) {
+      if (j != i) sum += equal ? c(j, i, i) / n[j] : n[j] * c(j, i, i) / n[i];
+    }
+    V[i * k + i] = equal ? N * (s2[i] / n[i] + sum) : N / n[i] * (s2[i] + sum);
+    for (int j = i + 1; j < k; ++j) {
+      double L = 0;
+      for (int l = 0; l < k; ++l) {
+        if (l == i || l == j) continue;
+        L += equal ? c(i, j, l) / n[i] + c(j, i, l) / n[j] - c(l, i, j) / n[l]
+                   : n[i] * c(i, j, l) + n[j] * c(j, i, l) - n[l] * c(l, i, j);
+      }
+      L += equal ? c(i, j, j) / n[i] + c(j, i, i) / n[j] : n[i] * c(i, j, j) + n[j] * c(j, i, i);
+      V[i * k + j] = V[j * k + i] = equal ? -N * L : -(N * L / n[i]) / n[j];
+    }
+  }
+  // MV with M the centring matrix: each column of V less its mean.
+  std::vector<double> MV(V.size());
+  for (int col = 0; col < k; ++col) {
+    double mean = 0;
+    for (int row = 0; row < k; ++row) mean += V[row * k + col] / k;
+    for (int row = 0; row < k; ++row) MV[row * k + col] = V[row * k + col] - mean;
+  }
+  double tr = 0, tr2 = 0;
+  for (int i = 0; i < k; ++i) {
+    tr += MV[i * k + i];
+    for (int j = 0; j < k; ++j) tr2 += MV[i * k + j] * MV[j * k + i];
+  }
+  const double meanEffect = std::accumulate(r.effects.begin(), r.effects.end(), 0.0) / k;
+  double Q = 0;
+  for (double p : r.effects) Q += Square(p - meanEffect);
+  Q *= N;
+  r.F = Q < 1e-6 ? 0 : tr < 1e-6 ? (equal ? 99 : 999) : Q / tr;
+  r.f = tr2 > 0 ? tr * tr / tr2 : 0;
+  // f0 from the weights n_i/s2_i; a group without spread takes a third of the smallest
+  // positive s2.
+  double smallest = 0;
+  for (double s : s2) {
+    if (s > 1e-7 && (smallest == 0 || s < smallest)) smallest = s;
+  }
+  std::vector<double> w(k);
+  double wsum = 0;
+  for (int i = 0; i < k; ++i) {
+    const double s = s2[i] > 1e-7 ? s2[i] : smallest / 3;
+    w[i] = s > 0 ? n[i] / s : 0;
+    wsum += w[i];
+  }
+  double denominator = 0;
+  for (int i = 0; i < k; ++i) denominator += Square(1 - (wsum > 0 ? w[i] / wsum : 0)) / (n[i] - 1);
+  r.f0 = (k * k - 1) * 0.33333333 / denominator;
+  return r;
+}
+
+}  // namespace
+
+KulleResult KulleProportional(const RankedGroups& ranked) {
+  return Kulle(ranked, false);
+}
+
+KulleResult KulleEqual(const RankedGroups& ranked) {
+  return Kulle(ranked, true);
+}
+
+}  // namespace tarvika

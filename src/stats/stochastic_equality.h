@@ -41,6 +41,21 @@ struct Dominance {
 };
 Dominance StochasticDominance(const std::vector<std::vector<double>>& values, const RankedGroups& r);
 
+// Kulle's asymptotic test of stochastic homogeneity, p_1 = ... = p_k, of the relative effects
+// weighted by the group sizes (proportional) or by the groups alike (equal): F = Q/tr(MV)
+// with the centring matrix M and the estimated covariance V of the effects, referred to F
+// with f = tr(MV)^2/tr(MVMV) and f0 df.
+struct KulleResult {
+  std::vector<double> effects;  // p_i
+  double F = 0;                 // 0 without differences; 999 (equal weights 99) without variance
+  double f = 0, f0 = 0;
+  // Per group: the variance of the summed placements of its cases (V1) and of its own
+  // placements of the other groups' cases (V2), for the comparisons of a group with the rest.
+  std::vector<double> v1, v2;
+};
+KulleResult KulleProportional(const RankedGroups& ranked);
+KulleResult KulleEqual(const RankedGroups& ranked);
+
 // z = (A - 0.5)/sqrt(q1 + q2) with Welch's df of q1, q2 and p from F(1, df) at z^2; z = 99,
 // p = 0 when q1 + q2 is below 1e-8.
 struct BrunnerMunzelResult {

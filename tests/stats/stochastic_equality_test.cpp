@@ -35,7 +35,20 @@ TEST(StochasticEquality, RankTestsAgreeWithR) {
     const KruskalWallisResult kw = KruskalWallis(ranked);
     EXPECT_NEAR(kw.H, want("kw_H"), 1e-9);
     EXPECT_NEAR(kw.p.p, want("kw_p"), 5e-5);
+    const KulleResult proportional = KulleProportional(ranked);
+    const KulleResult equal = KulleEqual(ranked);
+    const Dominance dominance = StochasticDominance(values, ranked);
+    for (std::size_t j = 0; j < values.size(); ++j) {
+      EXPECT_NEAR(proportional.effects[j], dominance.weighted[j], 1e-12);
+      EXPECT_NEAR(equal.effects[j], dominance.unweighted[j], 1e-12);
+    }
     if (want("k") != 2) continue;
+
+    // With two groups both of Kulle's statistics reduce to the square of Brunner-Munzel's,
+    // and f to 1.
+    EXPECT_NEAR(proportional.F, want("bm") * want("bm"), 1e-9);
+    EXPECT_NEAR(equal.F, want("bm") * want("bm"), 1e-9);
+    EXPECT_NEAR(equal.f, 1, 1e-12);
 
     const TwoGroupRanks t = CompareTwoGroupRanks(values, ranked);
     EXPECT_NEAR(t.rankSum1, want("rank_sum1"), 1e-9);
