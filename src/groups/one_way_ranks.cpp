@@ -39,6 +39,8 @@ class RankPass {
   void WriteGroupTable();
   void WriteVarianceTests();
   void WriteSeveralGroups();
+  void WriteKulle(std::string_view title, const KulleResult& kulle);
+  void WriteEachAgainstTheRest();
   void WriteTwoGroups();
 
   AnalysisRun& run_;
@@ -52,6 +54,8 @@ class RankPass {
   bool zeroSd_ = false;
   VarianceTest obrien_, levene_;
   KruskalWallisResult kw_;
+  KulleResult kulleEqual_, kulleProportional_;
+  bool anyTrend_ = false;  // some test of stochastic homogeneity has p <= 0.10
   Dominance dominance_;
   AnovaFamilyResult welch_;
   double welchDf_ = 0, welchW_ = 0;
@@ -100,7 +104,17 @@ void RankPass::Compute() {
   if (k > 2) {
     kw_ = KruskalWallis(ranked_);
     dominance_ = StochasticDominance(activeValues_, ranked_);
+    kulleEqual_ = KulleEqual(ranked_);
+    kulleProportional_ = KulleProportional(ranked_);
     Keep(kw_.p);
+    anyTrend_ = kw_.p.p <= 0.1;
+    for (const KulleResult* kulle : {&kulleEqual_, &kulleProportional_}) {
+      const PValue chi = FProb(kulle->F, kulle->f, 1000000);
+      const PValue f = FProb(kulle->F, kulle->f, std::min(2 * kulle->f0, static_cast<double>(ranked_.total - k)));
+      Keep(chi);
+      Keep(f);
+      anyTrend_ = anyTrend_ || chi.p <= 0.1 || f.p <= 0.1;
+    }
     // The rank Welch test with its df and statistic reduced as the rank SDs grow unequal.
     std::vector<double> sds;
     for (const GroupSample& g : ranked_.samples) sds.push_back(std::sqrt(g.variance));
@@ -122,6 +136,7 @@ void RankPass::Compute() {
     if (!(zeroSd_ || welch_.W < -0.5)) {
       welchP_ = FProb(welchW_, k - 1, welchDf_);
       Keep(welchP_);
+      anyTrend_ = anyTrend_ || welchP_.p <= 0.1;
     }
     return;
   }
@@ -264,6 +279,53 @@ void RankPass::WriteSeveralGroups() {
     r_.Line(fmt::format("    - Adjusted rank Welch test: rW3({}; {:.1f}) = {:.3f}{}", k - 1, welchDf_, welchW_,
                         PText(welchP_)));
   }
+  r_.Line(T("    KULLE'S ASYMPTOTICALLY VALID ROBUST TESTS of stochastic homogeneity",
+            "    KULLE-féle aszimptotikusan egzakt próbák"));
+  WriteKulle("    - Equal population weights:", kulleEqual_);
+  WriteKulle("    - Population weights proportional to sample sizes:", kulleProportional_);
+  if (anyTrend_) WriteEachAgainstTheRest();
+}
+
+void RankPass::WriteKulle(std::string_view title, const KulleResult& kulle) {
+  const int k = static_cast<int>(active_.size());
+  const double d = std::min(2 * kulle.f0, static_cast<double>(ranked_.total - k));
+  r_.Line(title);
+  r_.Line(fmt::format("      Chi2({:.2f}) = {:.3f}{}", kulle.f, kulle.f * kulle.F,
+                      PText(FProb(kulle.F, kulle.f, 1000000))));
+  r_.Line(fmt::format("    F({:.2f}; {:.1f}) = {:.3f}{}", kulle.f, d, kulle.F, PText(FProb(kulle.F, kulle.f, d))));
+}
+
+// Each group against the cases of all the others, by Brunner and Munzel's test with the
+// variance terms of the proportional Kulle step, Bonferroni-adjusted for the k tests.
+void RankPass::WriteEachAgainstTheRest() {
+  const int grouping = run_.index.columns[run_.index.grouping];
+  const GroupDefinition definition = GetGroupDefinition(run_.ws, grouping);
+  const int k = static_cast<int>(active_.size());
+  const double N = ranked_.total;
+  r_.BlankLine();
+  r_.Line("Comparison of each group with the rest of the total sample based on the Brunner-Munzel test.");
+  r_.Line("p values are adjusted by means of the Bonferroni-method.");
+  r_.BeginTable();
+  r_.FirstCell("Index");
+  for (std::string_view head : {"Group       ", "A_estim", "  BM", "df", "p-value", "adjusted p"}) r_.Cell(head);
+  r_.EndRow();
+  for (int a = 0; a < k; ++a) {
+    const GroupSample& g = ranked_.samples[a];
+    const double n = g.n, m = N - n;
+    const double A = (g.mean - (N + 1) / 2) / m + 0.5;
+    const BrunnerMunzelResult bm = BrunnerMunzelZ(n, m, A, kulleProportional_.v1[a] / (m * m) / n,
+                                                  kulleProportional_.v2[a] / (n * n) / m);
+    const PValue adjusted = Marked(std::min(1.0, k * bm.p.p));
+    r_.FirstCellRightAligned(std::to_string(active_[a] + 1), 4);
+    r_.Cell(PaddedName(definition.distinctNames[active_[a] + 1]));
+    r_.Cell(Fixed(A, 3));
+    r_.Cell((bm.z < 0 ? "" : " ") + Fixed(bm.z, 2));
+    r_.Cell(Fixed(bm.df, 1));
+    r_.Cell(Fixed(bm.p.p, 4));
+    r_.Cell(Fixed(adjusted.p, 4) + std::string(adjusted.marker));
+    r_.EndRow();
+  }
+  r_.EndTable();
 }
 
 void RankPass::WriteTwoGroups() {

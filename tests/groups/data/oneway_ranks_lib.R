@@ -1,6 +1,17 @@
 # The rank comparison numbers of one dependent by one grouping variable, for the check
 # scripts beside it.
 
+# Brunner and Munzel's (2000) statistic of x1 against x2 from the placements.
+brunner_munzel <- function(x1, x2) {
+  n1 <- length(x1); n2 <- length(x2); r <- rank(c(x1, x2))
+  p1 <- r[1:n1] - rank(x1); p2 <- r[-(1:n1)] - rank(x2)
+  A <- (mean(r[1:n1]) - (n1 + 1) / 2) / n2
+  s1 <- var(p1); s2 <- var(p2)
+  bm <- (A - 0.5) / sqrt(s1 / (n1 * n2^2) + s2 / (n2 * n1^2))
+  df <- (s1 / n2 + s2 / n1)^2 / ((s1 / n2)^2 / (n1 - 1) + (s2 / n1)^2 / (n2 - 1))
+  list(A = A, bm = bm, df = df, p = 2 * pt(-abs(bm), df))
+}
+
 effect <- function(a, b) mean(outer(a, b, ">") + 0.5 * outer(a, b, "=="))
 
 rank_report <- function(title, y, g) {
@@ -27,6 +38,11 @@ rank_report <- function(title, y, g) {
       if (cv > 0.25) W <- W / (1 + 0.5 * c)
     }
     cat("rank SD cv", f3(cv), "rW3", f3(W), "df", df, "p", f4(1 - pf(W, k - 1, df)), "\n")
+    for (j in levels(f)) {
+      b <- brunner_munzel(y[g == j], y[g != j])
+      cat("group", j, "against the rest: A", f3(b$A), "BM", sprintf("%.2f", b$bm), "df", sprintf("%.1f", b$df),
+          "p", f4(b$p), "adjusted", f4(min(1, k * b$p)), "\n")
+    }
     return(invisible())
   }
   x1 <- y[g == levels(f)[1]]; x2 <- y[g == levels(f)[2]]; n1 <- length(x1); n2 <- length(x2)
