@@ -41,6 +41,7 @@ class RankPass {
   void WriteSeveralGroups();
   void WriteKulle(std::string_view title, const KulleResult& kulle);
   void WriteEachAgainstTheRest();
+  void WritePairwise();
   void WriteTwoGroups();
 
   AnalysisRun& run_;
@@ -284,6 +285,52 @@ void RankPass::WriteSeveralGroups() {
   WriteKulle("    - Equal population weights:", kulleEqual_);
   WriteKulle("    - Population weights proportional to sample sizes:", kulleProportional_);
   if (anyTrend_) WriteEachAgainstTheRest();
+  if (k <= 20) WritePairwise();
+}
+
+// Brunner and Munzel's test of each pair of groups on the values binned into 101 equal cells
+// of the common range (the same test on the values unless two of them share a cell), with
+// Bonferroni's adjustment for the k(k - 1)/2 pairs.
+void RankPass::WritePairwise() {
+  double low = activeValues_[0][0], high = low;
+  for (const auto& v : activeValues_) {
+    for (double x : v) {
+      low = std::min(low, x);
+      high = std::max(high, x);
+    }
+  }
+  const double width = (high - low) / 100;
+  if (width <= 0.0001) return;
+  std::vector<std::vector<double>> cells;
+  for (const auto& v : activeValues_) {
+    std::vector<double> c;
+    for (double x : v) c.push_back(std::round((x - low) / width));
+    cells.push_back(std::move(c));
+  }
+  const int k = static_cast<int>(active_.size());
+  r_.BlankLine();
+  r_.Line(T("Tests of pairwise stochastic equalities", "Páronkénti sztochasztikus egyenlőség tesztelése"));
+  for (int a = 0; a < k; ++a) {
+    for (int b = a + 1; b < k; ++b) {
+      const std::vector<std::vector<double>> pair = {cells[a], cells[b]};
+      const RankedGroups ranked = RankGroups(pair);
+      const TwoGroupRanks t = CompareTwoGroupRanks(pair, ranked);
+      const double n = ranked.total;
+      double bm = t.bm.z, df = std::min(t.bm.df, n - 2);
+      PValue p = t.bm.p;
+      if (t.q1 + t.q2 < kTiny) {
+        // No spread of the placements: the groups are apart (or alike) without doubt.
+        df = n - 2;
+        bm = std::fabs(ranked.samples[0].mean - ranked.samples[1].mean) > kTiny ? 999 : 0;
+        if (ranked.samples[0].mean < ranked.samples[1].mean) bm = -bm;
+        p = StudentP2(bm, df);
+      }
+      const PValue adjusted = Marked(std::min(1.0, 0.5 * p.p * k * (k - 1)));
+      r_.Line(fmt::format(" A({},{}) = {:.3f}  BM({:.1f}) = {}\t(p = {:.4f})\t Bonferroni signif.:  p = {:.4f}{}",
+                          active_[a] + 1, active_[b] + 1, t.aEstimate, df, SignSlot3(bm), p.p, adjusted.p,
+                          adjusted.marker));
+    }
+  }
 }
 
 void RankPass::WriteKulle(std::string_view title, const KulleResult& kulle) {

@@ -43,6 +43,13 @@ rank_report <- function(title, y, g) {
       cat("group", j, "against the rest: A", f3(b$A), "BM", sprintf("%.2f", b$bm), "df", sprintf("%.1f", b$df),
           "p", f4(b$p), "adjusted", f4(min(1, k * b$p)), "\n")
     }
+    # Each pair (the report bins the values into 101 cells of the range; these values keep
+    # apart in them).
+    for (a in 1:(k - 1)) for (b in (a + 1):k) {
+      bp <- brunner_munzel(y[f == levels(f)[a]], y[f == levels(f)[b]])
+      cat(sprintf("pair %s,%s", levels(f)[a], levels(f)[b]), "A", f3(bp$A), "BM", f3(bp$bm), "df",
+          sprintf("%.1f", bp$df), "p", f4(bp$p), "Bonferroni", f4(min(1, bp$p * k * (k - 1) / 2)), "\n")
+    }
     return(invisible())
   }
   x1 <- y[g == levels(f)[1]]; x2 <- y[g == levels(f)[2]]; n1 <- length(x1); n2 <- length(x2)
