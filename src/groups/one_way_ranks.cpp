@@ -7,6 +7,7 @@
 
 #include "frame/analysis_run.h"
 #include "frame/parameter_names.h"
+#include "groups/one_way_distributions.h"
 #include "groups/one_way_means.h"
 #include "groups/one_way_text.h"
 #include "numeric/tolerance.h"
@@ -42,6 +43,7 @@ class RankPass {
   void WriteKulle(std::string_view title, const KulleResult& kulle);
   void WriteEachAgainstTheRest();
   void WritePairwise();
+  void WriteDistributions();
   void WriteTwoGroups();
 
   AnalysisRun& run_;
@@ -286,6 +288,23 @@ void RankPass::WriteSeveralGroups() {
   WriteKulle("    - Population weights proportional to sample sizes:", kulleProportional_);
   if (anyTrend_) WriteEachAgainstTheRest();
   if (k <= 20) WritePairwise();
+  if (run_.request.Get(param::kCompareDistributions)) WriteDistributions();
+}
+
+void RankPass::WriteDistributions() {
+  DistributionRequest d;
+  d.values = activeValues_;
+  for (int j : active_) d.indices.push_back(j + 1);
+  // The tail left out at each end, as the heading of the run states it.
+  const int percent = run_.request.Get(param::kTrimmingPercent);
+  d.epsmin = percent < 1 ? 0.025 : percent > 25 ? 0.25 : percent * 0.01;
+  d.maxCutpoints = run_.request.Get(param::kMaxCutpoints);
+  d.hungarian = run_.T("en", "hu") == "hu";
+  if (active_.size() == 2) {
+    WriteTwoDistributions(r_, d);
+  } else {
+    WriteSeveralDistributions(r_, d);
+  }
 }
 
 // Brunner and Munzel's test of each pair of groups on the values binned into 101 equal cells
@@ -419,6 +438,7 @@ void RankPass::WriteTwoGroups() {
   r_.Line(fmt::format(
       "Square of Somers' d monotonity measure, as ordinal effect size: d^2 = {:.3f}   (d = 2A_est - 1)",
       t.somersD2));
+  if (run_.request.Get(param::kCompareDistributions)) WriteDistributions();
 }
 
 }  // namespace

@@ -90,7 +90,16 @@ INSTANTIATE_TEST_SUITE_P(
                      "--vars Time,Same --group Pair --set scaleType:Time=ordinal --set scaleType:Same=ordinal "
                      "--lang en"},
         OneWayReport{"oneway_en_ranks_four.txt", "oneway",
-                     "--vars Score --group Group --set scaleType:Score=ordinal --lang en"},
+                     "--vars Score --group Group --set scaleType:Score=ordinal --set compareDistributions=Yes "
+                     "--lang en"},
+        // The comparison of distributions: two groups cut by cut (Fisher's tests, five cuts at
+        // most), three groups of a few values with the chi-square of each cut.
+        OneWayReport{"oneway_en_ranks_distributions.txt", "oneway",
+                     "--vars Time,Same --group Pair --set scaleType:Time=ordinal --set scaleType:Same=ordinal "
+                     "--set compareDistributions=Yes --set maxCutpoints=5 --lang en"},
+        OneWayReport{"survey_oneway_en_smoke_distributions.txt", "survey",
+                     "--vars Smoke --group Exer --set scaleType:Smoke=ordinal --set compareDistributions=Yes "
+                     "--lang en"},
         OneWayReport{"oneway_hu_ranks_conditional.txt", "oneway",
                      "--vars Time --group Pair --cond Group5 --set scaleType:Time=ordinal --lang hu"},
         // A grouping variable without group labels: no analysis.

@@ -20,3 +20,28 @@ rank_report("Same by Pair", Same, Pair)
 rank_report("Score by Group", Score, Group)
 rank_report("Time by Group5 (a group of one case)", Time, Group[1:20])
 rank_report("Time by Pair within beta (a group of two cases)", Time[7:15], Pair[7:15])
+
+# The comparison of distributions: Time by Pair at each cut of the report (the upper edges of
+# the occupied cells of width range/100), Fisher's test of the 2 x 2 table and the
+# Kolmogorov-Smirnov D; Score by Group, the chi-square of the 2 x 4 table.
+cat("== distributions, Time by Pair\n")
+w <- diff(range(Time)) / 100
+cells <- round((Time - min(Time)) / w)
+for (c in sort(unique(cells))) {
+  below <- cells <= c
+  if (all(below)) next
+  tab <- table(factor(below, c(TRUE, FALSE)), Pair)
+  cat(sprintf("cut %.3f F1 %.3f F2 %.3f Fisher p %.4f\n", (c + 0.5) * w + min(Time),
+              mean(below[Pair == 1]), mean(below[Pair == 2]), fisher.test(tab)$p.value))
+}
+ks <- suppressWarnings(ks.test(Time[Pair == 1], Time[Pair == 2], exact = FALSE))
+cat("KS D", f3(ks$statistic), "J", f3(ks$statistic * sqrt(8 * 12 / 20)), "p", f4(ks$p.value), "\n")
+cat("== distributions, Score by Group\n")
+w <- diff(range(Score)) / 100
+cells <- round((Score - min(Score)) / w)
+for (c in sort(unique(cells))) {
+  below <- cells <= c
+  if (all(below)) next
+  x <- suppressWarnings(chisq.test(table(below, Group), correct = FALSE))
+  cat(sprintf("cut %.3f chi-square %.2f p %.4f\n", (c + 0.5) * w + min(Score), x$statistic, x$p.value))
+}

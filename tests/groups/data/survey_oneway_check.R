@@ -22,3 +22,11 @@ for (sex in 1:2) {
   d <- s[!is.na(s$SexCode) & s$SexCode == sex & !is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
   rank_report(paste("Smoke by Exer, Sex", sex), d$SmokeCode, d$ExerCode)
 }
+# The comparison of the distributions of Smoke across Exer (all students): the chi-square of
+# the 2 x 3 table at each cut.
+d <- s[!is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
+for (c in 1:3) {
+  x <- suppressWarnings(chisq.test(table(d$SmokeCode <= c, d$ExerCode), correct = FALSE))
+  cat(sprintf("Smoke <= %d: F %s chi-square %.2f p %.4f\n", c,
+              paste(f3(tapply(d$SmokeCode <= c, d$ExerCode, mean)), collapse = " "), x$statistic, x$p.value))
+}
