@@ -58,18 +58,20 @@ void OneWayIndependent(AnalysisRun& run) {
                                   Utf8Prefix(run.Groups().distinctNames[run.Group()], 22)));
     }
     OneWayGroupState state;
+    std::vector<RankSummaryRow> rankSummary;  // the ordinal dependents' rows
     for (int i = 1; i <= index.analysed; ++i) {
       const int dependent = index.columns[i];
       const int scale = run.request.scaleKind[dependent];
       if (scale == kScaleGroupDefined) {
         WriteCrosstab(run, grouping, dependent, CrosstabSections{});
       } else if (scale == kScaleDiscrete) {
-        CompareOrdinalDependent(run, dependent, state);
+        CompareOrdinalDependent(run, dependent, state, rankSummary);
       } else {
         CompareIntervalDependent(run, dependent, state);
       }
     }
     WriteOneWaySummaries(run, state.summary);
+    WriteRankSummaries(run, rankSummary);
   });
 }
 

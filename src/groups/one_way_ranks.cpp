@@ -29,6 +29,7 @@ class RankPass {
   void Compute();
   bool Kept() const;
   void Write();
+  RankSummaryRow SummaryRow() const;
 
  private:
   std::string_view T(std::string_view en, std::string_view hu) const { return run_.T(en, hu); }
@@ -441,9 +442,47 @@ void RankPass::WriteTwoGroups() {
   if (run_.request.Get(param::kCompareDistributions)) WriteDistributions();
 }
 
+RankSummaryRow RankPass::SummaryRow() const {
+  RankSummaryRow row;
+  row.dependent = dependent_;
+  row.k = static_cast<int>(active_.size());
+  row.rankMeans.assign(kAssigned_, std::nan(""));
+  for (int j = 0; j < kAssigned_; ++j) {
+    if (!values_[j].empty()) row.nonEmpty.push_back(j);
+    if (values_[j].size() <= 2) row.smallGroup = true;
+  }
+  for (std::size_t a = 0; a < active_.size(); ++a) row.rankMeans[active_[a]] = ranked_.samples[a].mean;
+  row.pLevene = levene_.p;
+  if (row.k == 2) {
+    row.aEstimate = two_.aEstimate;
+    row.somersD2 = two_.somersD2;
+    row.pMannWhitney = exact_ ? exactP_ : normalTest_.p;
+    row.fpDefined = two_.fpDefined;
+    row.fp = two_.fp;
+    row.fpDf = two_.fpDf;
+    row.fpP = two_.fpP;
+    row.bmDefined = two_.bmDefined;
+    row.bm = two_.bm.z;
+    row.bmDf = two_.bm.df;
+    row.bmP = two_.bm.p;
+    return row;
+  }
+  row.H = kw_.H;
+  row.hP = kw_.p;
+  row.welchDefined = !(zeroSd_ || welch_.W < -0.5);
+  row.rW3 = welchW_;
+  row.rW3P = welchP_;
+  row.kulle = kulleEqual_.F;
+  row.kulleP = FProb(kulleEqual_.F, kulleEqual_.f,
+                     std::min(2 * kulleEqual_.f0, static_cast<double>(ranked_.total - row.k)));
+  row.rankEtaSquared = kw_.rankEtaSquared;
+  return row;
+}
+
 }  // namespace
 
-void CompareOrdinalDependent(AnalysisRun& run, int dependent, OneWayGroupState& state) {
+void CompareOrdinalDependent(AnalysisRun& run, int dependent, OneWayGroupState& state,
+                             std::vector<RankSummaryRow>& summary) {
   if (!WriteOneWayHeading(run, state)) return;
   RankPass pass(run, dependent);
   if (!pass.Read()) {
@@ -458,6 +497,7 @@ void CompareOrdinalDependent(AnalysisRun& run, int dependent, OneWayGroupState& 
     return;
   }
   pass.Compute();
+  summary.push_back(pass.SummaryRow());
   if (!pass.Kept()) return;
   pass.Write();
 }

@@ -4,11 +4,17 @@
 // tests of variances run on the ranks, and the groups are compared by rank tests of
 // stochastic equality (two groups) or homogeneity (more groups).
 
+#include <vector>
+
+#include "groups/one_way_rank_summary.h"
+
 namespace tarvika {
 
 class AnalysisRun;
 struct OneWayGroupState;
 
-void CompareOrdinalDependent(AnalysisRun& run, int dependent, OneWayGroupState& state);
+// Compares one dependent and adds its row for the tables across the dependents to summary.
+void CompareOrdinalDependent(AnalysisRun& run, int dependent, OneWayGroupState& state,
+                             std::vector<RankSummaryRow>& summary);
 
 }  // namespace tarvika

@@ -102,6 +102,13 @@ INSTANTIATE_TEST_SUITE_P(
                      "--lang en"},
         OneWayReport{"oneway_hu_ranks_conditional.txt", "oneway",
                      "--vars Time --group Pair --cond Group5 --set scaleType:Time=ordinal --lang hu"},
+        // The tables across ordinal dependents: two groups, three groups.
+        OneWayReport{"oneway_en_ranks_summary.txt", "oneway",
+                     "--vars Time,Same,Score --group Pair --set scaleType:Time=ordinal --set scaleType:Same=ordinal "
+                     "--set scaleType:Score=ordinal --lang en"},
+        OneWayReport{"survey_oneway_en_ranks_summary.txt", "survey",
+                     "--vars Smoke,Pulse,Age --group Exer --set scaleType:Smoke=ordinal --set scaleType:Pulse=ordinal "
+                     "--set scaleType:Age=ordinal --lang en"},
         // A grouping variable without group labels: no analysis.
         OneWayReport{"oneway_hu_no_groups.txt", "oneway", "--vars Time --group Score --lang hu"},
         // Only the variables with a test at 1 %.

@@ -17,6 +17,7 @@ Same <- c(4, 6, 5, 5, 3, 7, 5, 5, 2, 8, 5, 5, 5, 5, 4, 6, 3, 7, 5, 5)
 
 rank_report("Time by Pair", Time, Pair)
 rank_report("Same by Pair", Same, Pair)
+rank_report("Score by Pair (the summary table)", Score[1:20], Pair)
 rank_report("Score by Group", Score, Group)
 rank_report("Time by Group5 (a group of one case)", Time, Group[1:20])
 rank_report("Time by Pair within beta (a group of two cases)", Time[7:15], Pair[7:15])

@@ -30,3 +30,10 @@ for (c in 1:3) {
   cat(sprintf("Smoke <= %d: F %s chi-square %.2f p %.4f\n", c,
               paste(f3(tapply(d$SmokeCode <= c, d$ExerCode, mean)), collapse = " "), x$statistic, x$p.value))
 }
+# The summary table of ordinal dependents across Exer (all students): Pulse and Age as well.
+for (v in c("Pulse", "Age")) {
+  d <- s[!is.na(s[[v]]) & !is.na(s$ExerCode), ]
+  rank_report(paste(v, "by Exer (ordinal)"), d[[v]], d$ExerCode)
+}
+d <- s[!is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
+rank_report("Smoke by Exer (ordinal)", d$SmokeCode, d$ExerCode)
