@@ -16,7 +16,7 @@ namespace {
 
 struct OneWayReport {
   const char* expected;  // the file of tests/groups/expected; also names the test
-  const char* project;   // "survey" or "oneway"
+  const char* project;   // "survey", or a project of tests/groups/data
   std::string args;      // after "run PROJECT --command 21"
 };
 
@@ -26,7 +26,7 @@ void PrintTo(const OneWayReport& report, std::ostream* out) {
 
 std::string ProjectPath(const std::string& project) {
   return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
-                             : std::string(TARVIKA_TEST_DATA) + "/groups/data/oneway.msw";
+                             : std::string(TARVIKA_TEST_DATA) + "/groups/data/" + project + ".msw";
 }
 
 // The expected report with the CR LF line ends of a report.
@@ -109,6 +109,14 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{"survey_oneway_en_ranks_summary.txt", "survey",
                      "--vars Smoke,Pulse,Age --group Exer --set scaleType:Smoke=ordinal --set scaleType:Pulse=ordinal "
                      "--set scaleType:Age=ordinal --lang en"},
+        // The corners of the rank tests: every value tied, one group entirely above the
+        // other (the exact p 2/924, Fligner-Policello and Brunner-Munzel undefined), groups
+        // of one (dropped) and two cases (the exact p 2/55).
+        OneWayReport{"ranks_corners_en_pair.txt", "ranks_corners",
+                     "--vars Tied,Apart --group Pair --set scaleType:Tied=ordinal --set scaleType:Apart=ordinal "
+                     "--set compareDistributions=Yes --lang en"},
+        OneWayReport{"ranks_corners_en_small.txt", "ranks_corners",
+                     "--vars Apart --group Small --set scaleType:Apart=ordinal --lang en"},
         // A grouping variable without group labels: no analysis.
         OneWayReport{"oneway_hu_no_groups.txt", "oneway", "--vars Time --group Score --lang hu"},
         // Only the variables with a test at 1 %.
