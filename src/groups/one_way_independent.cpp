@@ -5,6 +5,7 @@
 #include "frame/analysis_run.h"
 #include "frame/parameter_names.h"
 #include "groups/one_way_means.h"
+#include "groups/one_way_ranks.h"
 #include "lang/utf8.h"
 #include "relations/crosstab.h"
 
@@ -18,7 +19,7 @@ constexpr std::string_view kLevelText[] = {"10%", "5%", "1%"};
 
 // Per conditional group and dependent: an interval dependent is compared across the groups
 // by the tests of means and variances, a nominal one by the crosstab of the grouping
-// variable against it; the ordinal branch is still to come.
+// variable against it, an ordinal one by the rank tests of stochastic equality.
 void OneWayIndependent(AnalysisRun& run) {
   const SelectedIndex& index = run.index;
   const int grouping = index.columns[index.grouping];
@@ -57,22 +58,20 @@ void OneWayIndependent(AnalysisRun& run) {
                                   Utf8Prefix(run.Groups().distinctNames[run.Group()], 22)));
     }
     OneWayGroupState state;
+    std::vector<RankSummaryRow> rankSummary;  // the ordinal dependents' rows
     for (int i = 1; i <= index.analysed; ++i) {
       const int dependent = index.columns[i];
       const int scale = run.request.scaleKind[dependent];
       if (scale == kScaleGroupDefined) {
         WriteCrosstab(run, grouping, dependent, CrosstabSections{});
       } else if (scale == kScaleDiscrete) {
-        if (!WriteOneWayHeading(run, state)) continue;
-        run.report.BlankLine();
-        run.report.Line(std::string(run.T("DEPENDENT VARIABLE: ", "FÜGGŐ VÁLTOZÓ: ")) +
-                        NameWithLong(run.ws, dependent));
-        run.report.Line("Sorry, under construction.");
+        CompareOrdinalDependent(run, dependent, state, rankSummary);
       } else {
         CompareIntervalDependent(run, dependent, state);
       }
     }
     WriteOneWaySummaries(run, state.summary);
+    WriteRankSummaries(run, rankSummary);
   });
 }
 

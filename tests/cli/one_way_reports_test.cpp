@@ -1,6 +1,7 @@
 // The one-way comparison of interval dependents through the headless program, each against
 // its report in tests/groups/expected, checked by hand against
-// tests/groups/data/oneway_check.txt and survey_oneway_check.txt (the R scripts beside them).
+// tests/groups/data/oneway_check.txt, oneway_ranks_check.txt and survey_oneway_check.txt (the
+// R scripts beside them).
 
 #include <gtest/gtest.h>
 
@@ -15,7 +16,7 @@ namespace {
 
 struct OneWayReport {
   const char* expected;  // the file of tests/groups/expected; also names the test
-  const char* project;   // "survey" or "oneway"
+  const char* project;   // "survey", or a project of tests/groups/data
   std::string args;      // after "run PROJECT --command 21"
 };
 
@@ -25,7 +26,7 @@ void PrintTo(const OneWayReport& report, std::ostream* out) {
 
 std::string ProjectPath(const std::string& project) {
   return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
-                             : std::string(TARVIKA_TEST_DATA) + "/groups/data/oneway.msw";
+                             : std::string(TARVIKA_TEST_DATA) + "/groups/data/" + project + ".msw";
 }
 
 // The expected report with the CR LF line ends of a report.
@@ -67,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{
             "oneway_en_equal.txt", "oneway",
             "--vars Same --group Pair --set trimmingPercent=10 --set compareDistributions=Yes --lang en"},
-        // A group of one case and an empty group; an ordinal dependent waits for its tests.
+        // A group of one case and an empty group; an ordinal dependent of three groups.
         OneWayReport{"oneway_en_single.txt", "oneway",
                      "--vars Score,Time --group Group5 --set scaleType:Time=ordinal --lang en"},
         // Conditional groups: fewer than two groups of two, a group of two cases (too small
@@ -82,6 +83,40 @@ INSTANTIATE_TEST_SUITE_P(
         OneWayReport{"oneway_en_summary_covariate.txt", "oneway",
                      "--vars Score,Flat,Time --group Pair --cov Cov --lang en"},
         OneWayReport{"oneway_en_summary_more.txt", "oneway", "--vars Score,Flat,Cov --group Group --lang en"},
+        // Ordinal dependents of two groups: the exact and the normal Mann-Whitney test without
+        // ties, then equal rank means with many ties; four groups; within a conditional
+        // group, a group of two cases (the exact test only).
+        OneWayReport{"oneway_en_ranks_two.txt", "oneway",
+                     "--vars Time,Same --group Pair --set scaleType:Time=ordinal --set scaleType:Same=ordinal "
+                     "--lang en"},
+        OneWayReport{"oneway_en_ranks_four.txt", "oneway",
+                     "--vars Score --group Group --set scaleType:Score=ordinal --set compareDistributions=Yes "
+                     "--lang en"},
+        // The comparison of distributions: two groups cut by cut (Fisher's tests, five cuts at
+        // most), three groups of a few values with the chi-square of each cut.
+        OneWayReport{"oneway_en_ranks_distributions.txt", "oneway",
+                     "--vars Time,Same --group Pair --set scaleType:Time=ordinal --set scaleType:Same=ordinal "
+                     "--set compareDistributions=Yes --set maxCutpoints=5 --lang en"},
+        OneWayReport{"survey_oneway_en_smoke_distributions.txt", "survey",
+                     "--vars Smoke --group Exer --set scaleType:Smoke=ordinal --set compareDistributions=Yes "
+                     "--lang en"},
+        OneWayReport{"oneway_hu_ranks_conditional.txt", "oneway",
+                     "--vars Time --group Pair --cond Group5 --set scaleType:Time=ordinal --lang hu"},
+        // The tables across ordinal dependents: two groups, three groups.
+        OneWayReport{"oneway_en_ranks_summary.txt", "oneway",
+                     "--vars Time,Same,Score --group Pair --set scaleType:Time=ordinal --set scaleType:Same=ordinal "
+                     "--set scaleType:Score=ordinal --lang en"},
+        OneWayReport{"survey_oneway_en_ranks_summary.txt", "survey",
+                     "--vars Smoke,Pulse,Age --group Exer --set scaleType:Smoke=ordinal --set scaleType:Pulse=ordinal "
+                     "--set scaleType:Age=ordinal --lang en"},
+        // The corners of the rank tests: every value tied, one group entirely above the
+        // other (the exact p 2/924, Fligner-Policello and Brunner-Munzel undefined), groups
+        // of one (dropped) and two cases (the exact p 2/55).
+        OneWayReport{"ranks_corners_en_pair.txt", "ranks_corners",
+                     "--vars Tied,Apart --group Pair --set scaleType:Tied=ordinal --set scaleType:Apart=ordinal "
+                     "--set compareDistributions=Yes --lang en"},
+        OneWayReport{"ranks_corners_en_small.txt", "ranks_corners",
+                     "--vars Apart --group Small --set scaleType:Apart=ordinal --lang en"},
         // A grouping variable without group labels: no analysis.
         OneWayReport{"oneway_hu_no_groups.txt", "oneway", "--vars Time --group Score --lang hu"},
         // Only the variables with a test at 1 %.

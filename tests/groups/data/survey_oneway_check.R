@@ -26,3 +26,26 @@ d <- s[!is.na(s$Pulse) & !is.na(s$ExerCode), ]
 tukey_pairs("Pulse by Exer", d$Pulse, d$ExerCode)
 games_howell_pairs("Pulse by Exer", d$Pulse, d$ExerCode)
 adjusted_pairs("Pulse by Exer, covariate Height", s$Pulse, s$Height, s$ExerCode)
+# Smoke as an ordinal dependent (the project's codes 1 never, 2 occasionally, 3 regularly,
+# 4 heavily) by Exer within each sex: the rank tests.
+source("oneway_ranks_lib.R")
+s$SmokeCode <- c(Never = 1, Occas = 2, Regul = 3, Heavy = 4)[as.character(s$Smoke)]
+for (sex in 1:2) {
+  d <- s[!is.na(s$SexCode) & s$SexCode == sex & !is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
+  rank_report(paste("Smoke by Exer, Sex", sex), d$SmokeCode, d$ExerCode)
+}
+# The comparison of the distributions of Smoke across Exer (all students): the chi-square of
+# the 2 x 3 table at each cut.
+d <- s[!is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
+for (c in 1:3) {
+  x <- suppressWarnings(chisq.test(table(d$SmokeCode <= c, d$ExerCode), correct = FALSE))
+  cat(sprintf("Smoke <= %d: F %s chi-square %.2f p %.4f\n", c,
+              paste(f3(tapply(d$SmokeCode <= c, d$ExerCode, mean)), collapse = " "), x$statistic, x$p.value))
+}
+# The summary table of ordinal dependents across Exer (all students): Pulse and Age as well.
+for (v in c("Pulse", "Age")) {
+  d <- s[!is.na(s[[v]]) & !is.na(s$ExerCode), ]
+  rank_report(paste(v, "by Exer (ordinal)"), d[[v]], d$ExerCode)
+}
+d <- s[!is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
+rank_report("Smoke by Exer (ordinal)", d$SmokeCode, d$ExerCode)
