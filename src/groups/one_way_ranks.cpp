@@ -10,8 +10,10 @@
 #include "groups/one_way_distributions.h"
 #include "groups/one_way_means.h"
 #include "groups/one_way_text.h"
+#include "groups/pairwise_report.h"
 #include "numeric/tolerance.h"
 #include "stats/one_way.h"
+#include "stats/pairwise.h"
 #include "stats/stochastic_equality.h"
 #include "workspace/workspace.h"
 
@@ -44,6 +46,7 @@ class RankPass {
   void WriteKulle(std::string_view title, const KulleResult& kulle);
   void WriteEachAgainstTheRest();
   void WritePairwise();
+  void WriteRankMeanComparisons();
   void WriteDistributions();
   void WriteTwoGroups();
 
@@ -288,8 +291,26 @@ void RankPass::WriteSeveralGroups() {
   WriteKulle("    - Equal population weights:", kulleEqual_);
   WriteKulle("    - Population weights proportional to sample sizes:", kulleProportional_);
   if (anyTrend_) WriteEachAgainstTheRest();
+  if (anyTrend_) WriteRankMeanComparisons();
   if (k <= 20) WritePairwise();
   if (run_.request.Get(param::kCompareDistributions)) WriteDistributions();
+}
+
+// After a trend in the tests of stochastic homogeneity, the rank means are compared pair by
+// pair as the means are: Tukey-Kramer with the error term of the ANOVA on the ranks, then
+// Games-Howell. Every assigned group keeps its place, so the pairs carry its index.
+void RankPass::WriteRankMeanComparisons() {
+  std::vector<PairwiseGroup> groups(kAssigned_);
+  for (std::size_t i = 0; i < active_.size(); ++i) {
+    const GroupSample& g = ranked_.samples[i];
+    groups[active_[i]] = {g.mean, std::sqrt(g.variance), g.n};
+  }
+  const int k = static_cast<int>(active_.size());
+  const int df = static_cast<int>(std::lround(welch_.df2));
+  for (PairwiseMethod method : {PairwiseMethod::TukeyKramer, PairwiseMethod::GamesHowell}) {
+    WritePairwiseComparisons(r_, PairwiseKind::RankMeans,
+                             PairwiseComparisons(method, groups, k, df, welch_.msWithin, run_.tables.studentizedRange));
+  }
 }
 
 void RankPass::WriteDistributions() {

@@ -14,43 +14,17 @@
 namespace tarvika {
 namespace {
 
-struct OneWayReport {
-  const char* expected;  // the file of tests/groups/expected; also names the test
-  const char* project;   // "survey", or a project of tests/groups/data
-  std::string args;      // after "run PROJECT --command 21"
+// A case's arguments follow "run PROJECT --command 21".
+using OneWayReport = test::ReportCase;
+
+class OneWayCli : public test::ReportCliTest {
+ protected:
+  OneWayCli() : ReportCliTest("groups") {}
 };
-
-void PrintTo(const OneWayReport& report, std::ostream* out) {
-  *out << report.expected;
-}
-
-std::string ProjectPath(const std::string& project) {
-  return project == "survey" ? std::string(TARVIKA_SOURCE_DIR) + "/data/dat/survey.msw"
-                             : std::string(TARVIKA_TEST_DATA) + "/groups/data/" + project + ".msw";
-}
-
-// The expected report with the CR LF line ends of a report.
-std::string ExpectedReport(const std::string& name) {
-  const std::string text = test::ReadFile(std::string(TARVIKA_TEST_DATA) + "/groups/expected/" + name);
-  std::string crlf;
-  for (char c : text) {
-    if (c == '\n') crlf.push_back('\r');
-    crlf.push_back(c);
-  }
-  return crlf;
-}
-
-class OneWayCli : public test::CliTest, public ::testing::WithParamInterface<OneWayReport> {};
 
 TEST_P(OneWayCli, MatchesTheReportCheckedByHand) {
   const OneWayReport& c = GetParam();
-  const std::string path = ProjectPath(c.project);
-  test::CliResult r = Cli("run '" + path + "' --command 21 " + c.args);
-  ASSERT_EQ(r.status, 0) << r.err;
-  std::string report = r.out;
-  const std::size_t at = report.find(path);
-  if (at != std::string::npos) report.replace(at, path.size(), std::string(c.project) + ".msw");
-  EXPECT_EQ(report, ExpectedReport(c.expected));
+  ExpectReport({c.expected, c.project, "--command 21 " + c.args});
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -131,11 +105,7 @@ INSTANTIATE_TEST_SUITE_P(
                      "--vars Pulse --group Exer --cov Height --lang hu"},
         OneWayReport{"survey_oneway_hu_sex.html", "survey",
                      "--vars Pulse --group Sex --set trimmingPercent=10 --lang hu --format html"}),
-    [](const ::testing::TestParamInfo<OneWayReport>& info) {
-      std::string name = info.param.expected;
-      std::replace(name.begin(), name.end(), '.', '_');
-      return name;
-    });
+    test::ReportCaseName);
 
 // The dialog's checks come before the command is looked up: built or not, a run of the
 // group comparison dialog without its grouping variables is refused and writes no report.

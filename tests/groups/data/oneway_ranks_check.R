@@ -46,3 +46,11 @@ for (c in sort(unique(cells))) {
   x <- suppressWarnings(chisq.test(table(below, Group), correct = FALSE))
   cat(sprintf("cut %.3f chi-square %.2f p %.4f\n", (c + 0.5) * w + min(Score), x$statistic, x$p.value))
 }
+
+# The pairwise comparisons of the rank means after a trend in the rank tests: Tukey-Kramer's
+# q from TukeyHSD on the pooled mid-ranks, Games-Howell's q = sqrt(2)|t| of Welch's t on them.
+cat("== rank means compared pair by pair\n")
+tukey_pairs("Score ranks by Group", rank(Score), Group)
+games_howell_pairs("Score ranks by Group", rank(Score), Group)
+tukey_pairs("Time ranks by Group5", rank(Time), Group[1:20])
+games_howell_pairs("Time ranks by Group5", rank(Time), Group[1:20])

@@ -49,3 +49,9 @@ for (v in c("Pulse", "Age")) {
 }
 d <- s[!is.na(s$SmokeCode) & !is.na(s$ExerCode), ]
 rank_report("Smoke by Exer (ordinal)", d$SmokeCode, d$ExerCode)
+
+# The pairwise comparisons of the rank means of Pulse across Exer (all students), after the
+# trend of its rank tests.
+d <- s[!is.na(s$Pulse) & !is.na(s$ExerCode), ]
+tukey_pairs("Pulse ranks by Exer", rank(d$Pulse), d$ExerCode)
+games_howell_pairs("Pulse ranks by Exer", rank(d$Pulse), d$ExerCode)
