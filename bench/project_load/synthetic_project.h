@@ -1,7 +1,9 @@
 #pragma once
 // A synthetic project of 21 numeric variables: 6 answers on a 1-7 scale, 7 scores with two
 // decimals and 8 measures with three, all in the form the program writes (about 118 bytes
-// a case). The same rows can be written as tab-separated text for other readers.
+// a case). The same rows can be written as tab-separated text for other readers. In the
+// form other programs write (`padded`), the decimals keep their trailing zeros and a third
+// of the scores and measures are negative ("48.90", "-0.570").
 
 #include <cstdint>
 #include <cstdio>
@@ -13,7 +15,8 @@ inline constexpr int kSyntheticVariables = 21;
 
 // Writes the project file to msw and, when tsv is given, the same table as tab-separated
 // text with a line of names. Same seed, same bytes.
-inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, std::uint64_t seed = 20240601) {
+inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, bool padded = false,
+                                  std::uint64_t seed = 20240601) {
   std::string head =
       "<Tarvika_for_windows>=2.0;\r\n<variables>=21;\r\n<cases>=" + std::to_string(cases) + ";\r\n";
   std::string names;
@@ -43,6 +46,10 @@ inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, std
       int len;
       if (i <= 6) {
         len = std::snprintf(cell, sizeof cell, "%u", 1 + next(7));
+      } else if (padded) {
+        const char* sign = next(3) == 0 ? "-" : "";
+        len = i <= 13 ? std::snprintf(cell, sizeof cell, "%s%u.%u%u", sign, next(100), next(10), next(10))
+                      : std::snprintf(cell, sizeof cell, "%s%u.%u%u%u", sign, next(1000), next(10), next(10), next(10));
       } else if (i <= 13) {
         len = std::snprintf(cell, sizeof cell, "%u.%u%u", 10 + next(90), next(10), 1 + next(9));
       } else {
