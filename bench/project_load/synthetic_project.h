@@ -13,15 +13,19 @@ namespace tarvika::bench {
 
 inline constexpr int kSyntheticVariables = 21;
 
+// The kind of variable i: 1-6 answers, 7-13 scores, 14-21 measures, and so on by 21.
+inline int SyntheticKind(int i) { return (i - 1) % kSyntheticVariables + 1; }
+
 // Writes the project file to msw and, when tsv is given, the same table as tab-separated
 // text with a line of names. Same seed, same bytes.
 inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, bool padded = false,
-                                  std::uint64_t seed = 20240601) {
+                                  int variables = kSyntheticVariables, std::uint64_t seed = 20240601) {
   std::string head =
-      "<Tarvika_for_windows>=2.0;\r\n<variables>=21;\r\n<cases>=" + std::to_string(cases) + ";\r\n";
+      "<Tarvika_for_windows>=2.0;\r\n<variables>=" + std::to_string(variables) + ";\r\n<cases>=" + std::to_string(cases) + ";\r\n";
   std::string names;
-  for (int i = 1; i <= kSyntheticVariables; ++i) {
-    std::string name = (i <= 6 ? "item" : i <= 13 ? "score" : "meas") + std::to_string(i);
+  for (int i = 1; i <= variables; ++i) {
+    const int kind = SyntheticKind(i);
+    std::string name = (kind <= 6 ? "item" : kind <= 13 ? "score" : "meas") + std::to_string(i);
     head += "#=" + std::to_string(i) + ";\r\n<name>=" + name +
             ";\r\n<longname>=;\r\n$num=0_0;\r\n<assign>=none;\r\n"
             "<labels>=;\r\n<help>=;\r\n<missing>=;\r\n";
@@ -42,7 +46,8 @@ inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, boo
   std::string buf;
   char cell[32];
   for (int r = 1; r <= cases; ++r) {
-    for (int i = 1; i <= kSyntheticVariables; ++i) {
+    for (int v = 1; v <= variables; ++v) {
+      const int i = SyntheticKind(v);
       int len;
       if (i <= 6) {
         len = std::snprintf(cell, sizeof cell, "%u", 1 + next(7));
@@ -55,7 +60,7 @@ inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, boo
       } else {
         len = std::snprintf(cell, sizeof cell, "%u.%u%u%u", 100 + next(900), next(10), next(10), 1 + next(9));
       }
-      if (i > 1) buf.push_back('\t');
+      if (v > 1) buf.push_back('\t');
       buf.append(cell, static_cast<std::size_t>(len));
     }
     buf.append("\r\n");
