@@ -163,6 +163,14 @@ void StringTable::DeleteRows(int r, int count) {
   rows_ -= count;
 }
 
+void StringTable::PermuteRows(int first, const std::vector<int>& order) {
+  std::vector<Slot> moved(order.size());
+  for (ColumnStore& col : columns_) {
+    for (std::size_t i = 0; i < order.size(); ++i) moved[i] = col.cells[order[i]];
+    std::copy(moved.begin(), moved.end(), col.cells.begin() + first);
+  }
+}
+
 void StringTable::ClearCells() {
   for (ColumnStore& col : columns_) {
     std::fill(col.cells.begin(), col.cells.end(), EmptySlot());
