@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "editing/editing_tables.h"
 #include "editing/table_shape.h"
@@ -28,26 +29,43 @@ int Refuse(Workspace& ws, std::string_view english, std::string_view hungarian) 
   return kInputError;
 }
 
+// --at START | END | before:X | after:X, split into its word (start, end, before, after)
+// and X; nullopt (told) for another form.
+struct Place {
+  enum class Where { Start, End, Before, After } where = Where::End;
+  std::string anchor;
+};
+std::optional<Place> ParsePlace(Workspace& ws, const std::string& given, std::string_view start, std::string_view end,
+                                std::string_view english, std::string_view hungarian) {
+  if (given.empty() || given == end) return Place{};
+  if (given == start) return Place{Place::Where::Start, ""};
+  for (auto [word, where] : {std::pair{"before:", Place::Where::Before}, std::pair{"after:", Place::Where::After}}) {
+    if (given.rfind(word, 0) == 0) return Place{where, given.substr(std::string_view(word).size())};
+  }
+  ws.user.Tell(ws.Text(english, hungarian));
+  return std::nullopt;
+}
+
 int InsertCasesCommand(CliContext& context, const ShapeOptions& o) {
   auto session = OpenForEditing(context, o.project);
   if (!session) return context.exitCode;
   Workspace& ws = session->ws;
-  // --at top | bottom | before:N | after:N
-  CasePlace place = CasePlace::Bottom;
+  auto at = ParsePlace(ws, o.at, "top", "bottom", "--at is top, bottom, before:CASE or after:CASE.",
+                      "Az --at értéke top, bottom, before:ESET vagy after:ESET.");
+  if (!at) return kInputError;
+  using Where = Place::Where;
+  const CasePlace place = at->where == Where::Start    ? CasePlace::Top
+                          : at->where == Where::End    ? CasePlace::Bottom
+                          : at->where == Where::Before ? CasePlace::BeforeActual
+                                                       : CasePlace::AfterActual;
   int actual = 1;
-  std::string at = o.at.empty() ? "bottom" : o.at;
-  if (at == "top") {
-    place = CasePlace::Top;
-  } else if (at.rfind("before:", 0) == 0 || at.rfind("after:", 0) == 0) {
-    place = at[0] == 'b' ? CasePlace::BeforeActual : CasePlace::AfterActual;
-    auto range = ParseIndexRange(at.substr(at.find(':') + 1));
+  if (at->where == Where::Before || at->where == Where::After) {
+    auto range = ParseIndexRange(at->anchor);
     if (!range || range->first != range->last || range->first > ws.NumberOfCases()) {
       ws.user.Tell(CaseRangeMessage(ws));
       return kInputError;
     }
     actual = range->first;
-  } else if (at != "bottom") {
-    return Refuse(ws, "--at is top, bottom, before:CASE or after:CASE.", "Az --at értéke top, bottom, before:ESET vagy after:ESET.");
   }
   if (!InsertCases(ws, o.count, place, actual)) return kInputError;
   SaveResult(context, ws, o.out);
@@ -73,19 +91,18 @@ int InsertVariablesCommand(CliContext& context, const ShapeOptions& o) {
   auto session = OpenForEditing(context, o.project);
   if (!session) return context.exitCode;
   Workspace& ws = session->ws;
-  // --at first | last | before:VAR | after:VAR
-  VariablePlace place = VariablePlace::Last;
+  auto at = ParsePlace(ws, o.at, "first", "last", "--at is first, last, before:VARIABLE or after:VARIABLE.",
+                      "Az --at értéke first, last, before:VÁLTOZÓ vagy after:VÁLTOZÓ.");
+  if (!at) return kInputError;
+  using Where = Place::Where;
+  const VariablePlace place = at->where == Where::Start    ? VariablePlace::First
+                              : at->where == Where::End    ? VariablePlace::Last
+                              : at->where == Where::Before ? VariablePlace::Before
+                                                           : VariablePlace::After;
   int actual = 1;
-  std::string at = o.at.empty() ? "last" : o.at;
-  if (at == "first") {
-    place = VariablePlace::First;
-  } else if (at.rfind("before:", 0) == 0 || at.rfind("after:", 0) == 0) {
-    place = at[0] == 'b' ? VariablePlace::Before : VariablePlace::After;
-    actual = VariableByName(ws, at.substr(at.find(':') + 1));
+  if (at->where == Where::Before || at->where == Where::After) {
+    actual = VariableByName(ws, at->anchor);
     if (actual == 0) return kInputError;
-  } else if (at != "last") {
-    return Refuse(ws, "--at is first, last, before:VARIABLE or after:VARIABLE.",
-                  "Az --at értéke first, last, before:VÁLTOZÓ vagy after:VÁLTOZÓ.");
   }
   NewVariableProperties properties;
   if (!o.like.empty() && !o.type.empty()) {

@@ -107,12 +107,15 @@ std::string UndoCopyExistsWarning(const Workspace& ws) {
 bool SaveUndoCopy(Workspace& ws, std::string_view name) {
   std::error_code ec;
   std::filesystem::create_directories(UndoFolder(ws), ec);
-  // A copy is not the project: its title, known file and changed state stay.
+  // A copy is not the project: its title, known file, changed state and the list of recent
+  // files stay.
   const std::string title = ws.title;
   const std::string known = ws.knownFile;
   const auto identity = ws.knownFileIdentity;
   const bool changed = ws.dataChanged;
+  const std::vector<std::string> recent = LoadRecentFiles(ws);
   bool saved = SaveProject(ws, UndoCopyPath(ws, name).string());
+  StoreRecentFiles(ws, recent);
   ws.title = title;
   ws.knownFile = known;
   ws.knownFileIdentity = identity;

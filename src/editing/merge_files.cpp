@@ -46,8 +46,13 @@ std::string FreeName(std::string_view name, std::unordered_set<std::string>& tak
   return std::string(name);
 }
 
+// A group label from a file name: its stem, without the characters that delimit labels.
 std::string FileLabel(std::string_view path) {
-  return std::string(Utf8Prefix(std::filesystem::path(std::string(path)).stem().string(), 10));
+  std::string stem = std::filesystem::path(std::string(path)).stem().string();
+  for (char& c : stem) {
+    if (c == ';' || c == '/' || c == '=' || c == '_') c = ' ';
+  }
+  return std::string(Utf8Prefix(stem, 10));
 }
 
 }  // namespace

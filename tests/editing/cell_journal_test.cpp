@@ -4,6 +4,7 @@
 #include "editing/clipboard.h"
 #include "editing/table_shape.h"
 #include "editing_fixture.h"
+#include "workspace/project_file.h"
 
 namespace tarvika {
 namespace {
@@ -138,6 +139,7 @@ TEST(UndoCopies, SavedAndRestoredUnderTheProgramFolder) {
   EXPECT_TRUE(ws.dataChanged);
   EXPECT_TRUE(UndoCopyExists(ws, "before-recode"));
   EXPECT_EQ(UndoCopies(ws), std::vector<std::string>{"before-recode"});
+  EXPECT_TRUE(LoadRecentFiles(ws).empty());  // a copy is no file the person worked on
   ws.data.SetCell(1, 1, "changed");
   ASSERT_TRUE(RestoreUndoCopy(ws, "before-recode"));
   EXPECT_EQ(ws.data.GetCell(1, 1), "31");
