@@ -8,6 +8,8 @@
 
 #include "editing/editing_tables.h"
 #include "lang/utf8.h"
+#include "workspace/declarations.h"
+#include "workspace/numbers.h"
 #include "workspace/new_variable.h"
 
 namespace tarvika {
@@ -62,6 +64,23 @@ std::string UnitedVariable::Entry(const Workspace& ws, const MergeSource& source
     return fmt::format("{}&{}", ws.vars.GetCell(kShortName, working), source.vars.GetCell(kShortName, added));
   }
   return fmt::format("{}={};", name, working > 0 ? working : added);
+}
+
+std::string MergeVariableInfo(const Workspace& ws, const VariableTable& vars, int variable) {
+  std::string_view name = vars.GetCell(kShortName, variable);
+  std::string_view type = vars.GetCell(kType, variable);
+  if (type.substr(0, 3) == "num") {
+    std::string info = fmt::format("{}: {}", name, ws.Text("numeric", "numerikus"));
+    if (auto range = NumericTypeRange(type, ws.decimalSeparator)) {
+      info += fmt::format("{}{}{}{}", ws.Text(", from ", ", "), FormatGeneral(range->first, ws.decimalSeparator),
+                          ws.Text(" to ", " és "), FormatGeneral(range->second, ws.decimalSeparator));
+      if (ws.language == Language::Hungarian) info += " között";
+    }
+    return info;
+  }
+  std::string_view length = type.substr(std::min(type.find('=') + 1, type.size()));
+  if (!length.empty() && length.back() == ';') length.remove_suffix(1);
+  return fmt::format("{}: {}{}{}", name, ws.Text("text", "szöveg"), ws.Text(", maximal length=", ", maximális hossz="), length);
 }
 
 std::optional<MergePlan> StartMergePlan(const Workspace& ws, const MergeSource& source, MergeMode mode,

@@ -41,6 +41,10 @@ struct MergePlan {
 std::optional<MergePlan> StartMergePlan(const Workspace& ws, const MergeSource& source, MergeMode mode,
                                         const std::vector<std::string>& keyNames);
 
+// The line shown below the lists for a variable of either file: name ": numeric, from " lo
+// " to " hi (its declared range) or name ": text, maximal length=" n.
+std::string MergeVariableInfo(const Workspace& ws, const VariableTable& vars, int variable);
+
 // "Pair": puts entries a (working) and b (added) on one line named after the first.
 bool PairVariables(const Workspace& ws, MergePlan& plan, int a, int b);
 // "Rename": refused (told) when another entry or the indicator has the name.

@@ -68,6 +68,8 @@ TEST(Merge, AddingCasesStacksPairedColumnsAsRbindDoes) {
   ASSERT_TRUE(plan);
   EXPECT_EQ(plan->united[0].Entry(working.ws, source), "key&key");
   EXPECT_EQ(plan->united[3].Entry(working.ws, source), "extra=2;");
+  EXPECT_EQ(MergeVariableInfo(working.ws, working.ws.vars, 2), "score: numeric, from 0 to 100");
+  EXPECT_EQ(MergeVariableInfo(working.ws, source.vars, 3), "name: text, maximal length=8");
   plan->indicator = "x";
   auto merged = MergeTables(working.ws, source, *plan, "added.msw");
   ASSERT_TRUE(merged);
