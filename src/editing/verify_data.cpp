@@ -21,7 +21,10 @@ std::vector<VerifyFinding> VerifyData(Workspace& ws) {
   for (int c = 1; c <= ws.NumberOfVariables(); ++c) {
     std::string_view type = ws.vars.GetCell(kType, c);
     if (type.substr(0, 3) != "num") continue;
+    // "num=0_0;" declares no range (a type whose low bound is not below the high one is
+    // stored so): nothing is out of it.
     auto range = NumericTypeRange(type, ws.decimalSeparator);
+    if (range && !(range->first < range->second)) range.reset();
     for (int r = 1; r <= ws.NumberOfCases(); ++r) {
       std::string cell(ws.data.GetCell(c, r));
       if (cell.empty()) continue;

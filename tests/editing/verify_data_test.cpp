@@ -21,9 +21,8 @@ TEST(VerifyData, ListsNonNumericAndOutOfRangeCellsOfNumericVariables) {
   Strings lines;
   for (const auto& f : VerifyData(p.ws)) lines.push_back(f.line);
   // Text in a string variable and empty cells are no findings; both bounds are inside; the
-  // range 0_0 admits zero alone.
-  EXPECT_EQ(lines, (Strings{"Row=2;  Col=1; nonnumeric value", "Row=3;  Col=1; out of specified range",
-                            "Row=2;  Col=3; out of specified range"}));
+  // type num=0_0 declares no range, so 3 is no finding.
+  EXPECT_EQ(lines, (Strings{"Row=2;  Col=1; nonnumeric value", "Row=3;  Col=1; out of specified range"}));
   EXPECT_EQ(p.ws.data.GetCell(1, 2), "abc");   // the faulty cell stays
   EXPECT_EQ(p.ws.data.GetCell(1, 5), "45");    // a clean number is stored back
   EXPECT_EQ(FindingCell(lines[1]), (std::pair{3, 1}));
@@ -31,7 +30,7 @@ TEST(VerifyData, ListsNonNumericAndOutOfRangeCellsOfNumericVariables) {
 
   auto hu = Checked(Language::Hungarian);
   auto findings = VerifyData(hu.ws);
-  ASSERT_EQ(findings.size(), 3u);
+  ASSERT_EQ(findings.size(), 2u);
   EXPECT_EQ(findings[0].line, "Sor=2;  Oszl=1; nem numerikus adat!");
   EXPECT_EQ(findings[1].line, "Sor=3;  Oszl=1; megadott határokon kívüli érték");
   EXPECT_EQ(FindingCell(findings[1].line), (std::pair{3, 1}));
