@@ -9,33 +9,52 @@ namespace {
 
 constexpr double kFar = std::numeric_limits<double>::max();
 
-std::size_t Slot(int n, int a, int b) {
-  return static_cast<std::size_t>(a) * (2 * static_cast<std::size_t>(n) - a - 1) / 2 + (b - a - 1);
-}
+// The lower triangle by rows: the distances of b to all earlier patterns lie side by side.
+std::size_t Slot(int a, int b) { return static_cast<std::size_t>(b) * (b - 1) / 2 + a; }
 
 }  // namespace
 
 Agglomeration::Agglomeration(const PatternSet& set, LinkageMethod method, DistanceType type, double beta,
                              bool singlePrecision, const std::function<void(int, int)>& progress)
     : set_(set), method_(method), beta_(beta), single_(singlePrecision), n_(set.D) {
-  const std::size_t pairs = static_cast<std::size_t>(n_) * (n_ - 1) / 2;
+  const std::size_t slots = static_cast<std::size_t>(n_) * (n_ - 1) / 2;
   if (single_) {
-    d32_.resize(pairs);
+    d32_.resize(slots);
   } else {
-    d64_.resize(pairs);
+    d64_.resize(slots);
   }
-  const double factor = method == LinkageMethod::Median ? set.V : 1.0;
-  for (int a = 0; a < n_; ++a) {
-    if (progress && a % 50 == 0) progress(a, n_);
-    for (int b = a + 1; b < n_; ++b) {
-      double d = factor * Distance(set.Pattern(a), set.Pattern(b), set.weight, type);
-      if (method == LinkageMethod::Ward) {
-        const double na = set.multiplicity[a], nb = set.multiplicity[b];
-        d = d * na * nb / (na + nb);
-      }
+  // The distances with their mean over the pairs of cases first; then, in a second pass
+  // over the stored values, the squares around the mean and the scaling of the method.
+  const double pairs = 0.5 * set.N * (set.N - 1.0);  // of cases
+  double sum = 0;
+  for (int b = 1; b < n_; ++b) {
+    if (progress && b % 500 == 0) progress(b, n_);
+    double row = 0;
+    for (int a = 0; a < b; ++a) {
+      const double d = type == DistanceType::Ased ? Ased(set.Pattern(a), set.Pattern(b), set.weight.data(), set.V)
+                                                  : Distance(set.Pattern(a), set.Pattern(b), set.weight, type);
+      row += set.multiplicity[a] * d;
       SetD(a, b, d);
     }
+    sum += row * set.multiplicity[b];
   }
+  summary_.mean = pairs > 0 ? sum / pairs : 0;
+  const double factor = method == LinkageMethod::Median ? set.V : 1.0;
+  double ss = 0;
+  for (int b = 0; b < n_; ++b) {
+    const double nb = set.multiplicity[b];
+    ss += 0.5 * nb * (nb - 1) * summary_.mean * summary_.mean;
+    double row = 0;
+    for (int a = 0; a < b; ++a) {
+      // In single precision the summary takes the distance afresh.
+      const double d = single_ ? Distance(set.Pattern(a), set.Pattern(b), set.weight, type) : D(a, b);
+      row += set.multiplicity[a] * (d - summary_.mean) * (d - summary_.mean);
+      const double na = set.multiplicity[a];
+      SetD(a, b, method == LinkageMethod::Ward ? d * na * nb / (na + nb) : factor * d);
+    }
+    ss += row * nb;
+  }
+  summary_.sd = ss > kPatternZero && pairs > 1 ? std::sqrt(ss / (pairs - 1)) : 0;
   const int V = set.V;
   active_.resize(n_);
   alive_.assign(n_, 1);
@@ -61,16 +80,28 @@ Agglomeration::Agglomeration(const PatternSet& set, LinkageMethod method, Distan
 }
 
 double Agglomeration::D(int a, int b) const {
-  const std::size_t s = Slot(n_, a, b);
+  const std::size_t s = Slot(a, b);
   return single_ ? static_cast<double>(d32_[s]) : d64_[s];
 }
 
 void Agglomeration::SetD(int a, int b, double d) {
-  const std::size_t s = Slot(n_, a, b);
+  const std::size_t s = Slot(a, b);
   if (single_) {
     d32_[s] = static_cast<float>(d);
   } else {
     d64_[s] = d;
+  }
+}
+
+void Agglomeration::Prefetch(int k, int p, int q) const {
+  if (k <= p) return;
+  const std::size_t sp = Slot(p, k), sq = k > q ? Slot(q, k) : sp;
+  if (single_) {
+    __builtin_prefetch(d32_.data() + sp);
+    __builtin_prefetch(d32_.data() + sq);
+  } else {
+    __builtin_prefetch(d64_.data() + sp);
+    __builtin_prefetch(d64_.data() + sq);
   }
 }
 
@@ -89,15 +120,15 @@ void Agglomeration::RecomputeNeighbour(int b) {
 
 double Agglomeration::MeanDistance(int a, int b) const {
   const int V = set_.V;
-  return Distance(mean_.data() + static_cast<std::size_t>(a) * V, mean_.data() + static_cast<std::size_t>(b) * V,
-                  set_.weight, DistanceType::Ased);
+  return Ased(mean_.data() + static_cast<std::size_t>(a) * V, mean_.data() + static_cast<std::size_t>(b) * V,
+              set_.weight.data(), V);
 }
 
 void Agglomeration::RecomputeMeanNeighbour(int b) {
   mnn_[b] = -1;
   mnnd_[b] = kFar;
   for (int a : active_) {
-    if (a == b) continue;
+    if (a >= b) break;
     const double d = MeanDistance(a, b);
     if (d < mnnd_[b]) {
       mnnd_[b] = d;
@@ -126,7 +157,7 @@ std::pair<int, int> Agglomeration::NextPair() const {
 double Agglomeration::ClosestMeans() const {
   if (K() < 2) return 0;
   double best = kFar;
-  for (int a : active_) best = std::min(best, mnnd_[a]);
+  for (int place = 1; place < K(); ++place) best = std::min(best, mnnd_[active_[place]]);
   return best;
 }
 
@@ -145,8 +176,13 @@ double Agglomeration::Fuse() {
     essPlus += factor * diff * diff;
   }
 
-  // Lance-Williams: the new distances of the fused cluster.
-  for (int k : active_) {
+  // Lance-Williams: the new distances of the fused cluster, kept by place for the
+  // neighbour pass below.
+  fresh_.resize(active_.size());
+  constexpr std::size_t kAhead = 16;  // the later rows are far apart: ask for them early
+  for (std::size_t place = 0; place < active_.size(); ++place) {
+    if (place + kAhead < active_.size()) Prefetch(active_[place + kAhead], p, q);
+    const int k = active_[place];
     if (k == p || k == q) continue;
     const double dkp = k < p ? D(k, p) : D(p, k);
     const double dkq = k < q ? D(k, q) : D(q, k);
@@ -165,12 +201,14 @@ double Agglomeration::Fuse() {
       case LinkageMethod::Ward: d = ((nk + np) * dkp + (nk + nq) * dkq - nk * dpq) / (np + nq + nk); break;
       case LinkageMethod::BetaFlexible: d = 0.5 * (1 - beta_) * (dkp + dkq) + beta_ * dpq; break;
     }
+    fresh_[place] = d;
     if (k < p) {
       SetD(k, p, d);
     } else {
       SetD(p, k, d);
     }
   }
+  fresh_.erase(fresh_.begin() + qPlace);
 
   // The statistics of the fused cluster.
   for (int v = 0; v < V; ++v) {
@@ -194,9 +232,9 @@ double Agglomeration::Fuse() {
   // Nearest earlier clusters: the fused one from scratch; a later one when its neighbour
   // was fused and the new distance doesn't keep it; the others only compare.
   RecomputeNeighbour(p);
-  for (int b : active_) {
-    if (b <= p) continue;
-    const double d = D(p, b);
+  for (std::size_t place = pPlace + 1; place < active_.size(); ++place) {
+    const int b = active_[place];
+    const double d = fresh_[place];
     if (nn_[b] == p || nn_[b] == q) {
       if (d <= nnd_[b]) {
         nn_[b] = p;
@@ -209,10 +247,10 @@ double Agglomeration::Fuse() {
       nnd_[b] = d;
     }
   }
-  // Nearest means: the same, over all other clusters.
+  // Nearest means among the earlier clusters: the same.
   RecomputeMeanNeighbour(p);
-  for (int b : active_) {
-    if (b == p) continue;
+  for (std::size_t place = pPlace + 1; place < active_.size(); ++place) {
+    const int b = active_[place];
     const double d = MeanDistance(p, b);
     if (mnn_[b] == p || mnn_[b] == q) {
       if (d <= mnnd_[b]) {

@@ -19,7 +19,8 @@ enum class LinkageMethod { Average = 1, Single, Complete, Centroid, Median, Ward
 
 class Agglomeration {
  public:
-  // Builds the matrix of distances between the patterns: for the median method times V,
+  // Builds the matrix of distances between the patterns (with their summary over the pairs
+  // of cases): for the median method times V,
   // for Ward's d n_a n_b / (n_a + n_b). Single precision holds the matrix when asked (the
   // fusion heights reported are recomputed from the cluster means in double precision).
   Agglomeration(const PatternSet& set, LinkageMethod method, DistanceType type, double beta, bool singlePrecision,
@@ -33,6 +34,8 @@ class Agglomeration {
   // Fuses the next pair; returns ESSplus, the growth of the within sum of squares.
   double Fuse();
   double SsCluster() const { return ssCluster_; }
+  // The mean and SD of the distances over all pairs of cases (before the method's scaling).
+  const DistanceSummary& Summary() const { return summary_; }
 
   // The cluster at a place: size and first pattern.
   int SizeAt(int place) const { return size_[active_[place]]; }
@@ -46,6 +49,7 @@ class Agglomeration {
   double D(int a, int b) const;  // a < b, ids
   void SetD(int a, int b, double d);
   void RecomputeNeighbour(int b);
+  void Prefetch(int k, int p, int q) const;
   double MeanDistance(int a, int b) const;
   void RecomputeMeanNeighbour(int b);
 
@@ -62,11 +66,13 @@ class Agglomeration {
   std::vector<double> mean_, ss_, min_, max_;  // per id x V
   std::vector<int> nn_;                        // nearest earlier cluster
   std::vector<double> nnd_;
-  std::vector<int> mnn_;  // nearest cluster by the means
+  std::vector<int> mnn_;  // nearest earlier cluster by the means
   std::vector<double> mnnd_;
   std::vector<int> label_;                 // id of each pattern's cluster
   std::vector<std::vector<int>> members_;  // patterns of each id
   double ssCluster_ = 0;
+  DistanceSummary summary_;
+  std::vector<double> fresh_;  // the fused cluster's new distances by place
 };
 
 }  // namespace tarvika

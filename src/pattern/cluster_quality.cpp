@@ -165,11 +165,11 @@ QualityRecord Quality(const PatternSet& set, const Partition& partition, const D
     double sum = 0;
     for (int p = 0; p < set.D; ++p) {
       const int own = partition.clusterOfPattern[p];
-      const double a = Distance(set.Pattern(p), partition.clusters[own].mean.data(), set.weight, DistanceType::Ased);
+      const double a = Ased(set.Pattern(p), partition.clusters[own].mean.data(), set.weight.data(), set.V);
       double b = 999999999.0;
       for (int j = 0; j < k; ++j) {
         if (j == own) continue;
-        b = std::min(b, Distance(set.Pattern(p), partition.clusters[j].mean.data(), set.weight, DistanceType::Ased));
+        b = std::min(b, Ased(set.Pattern(p), partition.clusters[j].mean.data(), set.weight.data(), set.V));
       }
       const double big = std::max(a, b);
       sum += set.multiplicity[p] * (big > kPatternZero ? (b - a) / big : 0);

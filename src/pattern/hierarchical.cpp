@@ -120,10 +120,10 @@ void HierarchicalCluster(AnalysisRun& run) {
     const int from = std::min(s.from, to);
     const int saveLevel = std::max(from, 2);
     const double totalEss = TotalSumOfSquares(set);
-    const DistanceSummary distances = SummarizeDistances(set, type);
     Agglomeration tree(set, s.method, type, s.beta, D > kDoubleMatrixPatterns, [&](int done, int total) {
       run.ShowProgress(fmt::format("{}{} / {}", run.T("Distances: ", "Távolságok: "), done, total));
     });
+    const DistanceSummary distances = tree.Summary();
     WriteStepHead(run, set.standardized);
     double essPlus = 0, ssAtFrom = 0;
     std::vector<int> labelsAtFrom;

@@ -108,11 +108,7 @@ void Standardize(PatternSet& set) {
 
 double Distance(const double* a, const double* b, const std::vector<double>& weight, DistanceType type) {
   const int V = static_cast<int>(weight.size());
-  if (type == DistanceType::Ased) {
-    double d = 0;
-    for (int v = 0; v < V; ++v) d += weight[v] * (a[v] - b[v]) * (a[v] - b[v]);
-    return d;
-  }
+  if (type == DistanceType::Ased) return Ased(a, b, weight.data(), V);
   double ma = 0, mb = 0;
   for (int v = 0; v < V; ++v) {
     ma += weight[v] * a[v];

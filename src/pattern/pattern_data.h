@@ -51,6 +51,13 @@ bool NormalizeWeights(PatternSet& set, const std::vector<double>& weights);
 // (x - mean) / SD for every variable whose SD is above the zero tolerance.
 void Standardize(PatternSet& set);
 
+// The weighted mean squared difference of two patterns of V values.
+inline double Ased(const double* a, const double* b, const double* weight, int V) {
+  double d = 0;
+  for (int v = 0; v < V; ++v) d += weight[v] * (a[v] - b[v]) * (a[v] - b[v]);
+  return d;
+}
+
 // ASED: the weighted mean squared difference. Pearson: 1 - the weighted correlation of the
 // two patterns (exactly 1 when r^2 is not above the tolerance; r = 1 when both patterns are
 // flat, 0 when one is).
