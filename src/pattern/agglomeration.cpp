@@ -167,6 +167,7 @@ double Agglomeration::Fuse() {
   const int V = set_.V;
   const double np = size_[p], nq = size_[q];
   const double dpq = D(p, q);
+  last_ = {p, q, size_[p], size_[q], dpq};
 
   // The growth of the within sum of squares, over all variables with no weights.
   double essPlus = 0;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "pattern/cluster_quality.h"
+#include "pattern/dendrogram.h"
 #include "pattern/pattern_data.h"
 
 namespace tarvika {
@@ -36,6 +37,8 @@ class Agglomeration {
   double SsCluster() const { return ssCluster_; }
   // The mean and SD of the distances over all pairs of cases (before the method's scaling).
   const DistanceSummary& Summary() const { return summary_; }
+  // The clusters and the distance of the last fusion.
+  const Fusion& LastFusion() const { return last_; }
 
   // The cluster at a place: size and first pattern.
   int SizeAt(int place) const { return size_[active_[place]]; }
@@ -72,6 +75,7 @@ class Agglomeration {
   std::vector<std::vector<int>> members_;  // patterns of each id
   double ssCluster_ = 0;
   DistanceSummary summary_;
+  Fusion last_;
   std::vector<double> fresh_;  // the fused cluster's new distances by place
 };
 

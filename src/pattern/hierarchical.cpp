@@ -126,6 +126,7 @@ void HierarchicalCluster(AnalysisRun& run) {
     const DistanceSummary distances = tree.Summary();
     WriteStepHead(run, set.standardized);
     double essPlus = 0, ssAtFrom = 0;
+    std::vector<Fusion> fusions;
     std::vector<int> labelsAtFrom;
     for (int k = D; k >= std::max(from, 1); --k) {
       const int step = D - k;
@@ -140,6 +141,7 @@ void HierarchicalCluster(AnalysisRun& run) {
         q = Quality(set, partition, distances, totalEss, type, HcRule::WeightedPairs);
       }
       if (k <= to) {
+        r.EndTable();
         ClusterBlock block;
         block.meansTables = k <= from;
         block.type = type;
@@ -155,8 +157,10 @@ void HierarchicalCluster(AnalysisRun& run) {
         savedColumn = SaveClusterCodes(run, set, codes, s.saveName, longName, savedColumn);
       }
       if (k == from && from == 1) {
+        r.EndTable();
         r.BlankLine();
         r.Line("Silhouette Coefficient = 1,\tPoint-biserial correlation = 0");
+        r.BeginTable();
       }
       if (k == from && from > 1) {
         ssAtFrom = ss;
@@ -185,7 +189,10 @@ void HierarchicalCluster(AnalysisRun& run) {
       r.EndRow();
       if (k == from) break;
       essPlus = tree.Fuse();
+      fusions.push_back(tree.LastFusion());
     }
+    r.EndTable();
+    if (r.Html()) r.Figure(SvgDendrogram(fusions, set.firstRow));
     if (s.relocation && from >= 2 && to < 25) {
       if (type != DistanceType::Ased) {
         r.BlankLine();

@@ -57,6 +57,18 @@ TEST_F(PatternCli, RefusalsAndTheSavedClusterCode) {
   EXPECT_NE(r.out.find("Number of different complete cases = 2"), std::string::npos);
   EXPECT_NE(r.out.find("Suggested analysis: Configuration frequency analysis (CFA)"), std::string::npos);
 
+  // Weights of 0 leave nothing to compare.
+  r = Run("clusters", "--command 54 --vars X1,X2 --set weight:X1=0 --set weight:X2=0 --lang en");
+  EXPECT_EQ(r.status, 0);
+  EXPECT_NE(r.out.find("Each variable has zero variance. No analysis is performed."), std::string::npos);
+  // The html form draws the fusions: 9 for 10 patterns, the top at Ward's last height 23.296 / 3.
+  r = Run("clusters", "--command 54 --vars X1,X2,X3 --format html --lang en");
+  ASSERT_EQ(r.status, 0) << r.err;
+  std::size_t paths = 0;
+  for (std::size_t at = r.out.find("<path "); at != std::string::npos; at = r.out.find("<path ", at + 1)) ++paths;
+  EXPECT_EQ(paths, 9u);
+  EXPECT_NE(r.out.find(">7.765</text>"), std::string::npos);
+
   // Ward at 2 clusters saved twice: the second name is made free; the missing case stays blank.
   const std::string saved = (folder_ / "saved.msw").string();
   r = Run("clusters", "--command 54 --vars X1,X2,X3 --set reportFrom=2 --set saveCluster=on --save '" + saved + "' --lang en");
