@@ -146,7 +146,9 @@ QualityRecord Quality(const PatternSet& set, const Partition& partition, const D
   }
   for (int j = 0; j < k; ++j) {
     const double n = partition.clusters[j].size;
-    if (q.hc[j] > kPatternZero && W > 0) mw += n * (n - 1) * q.hc[j] / W;
+    // With Pearson's r the coefficient is a mean similarity: its distance is 1 - HC.
+    const double within = type == DistanceType::Pearson && n > 1 ? 1 - q.hc[j] : q.hc[j];
+    if (within > kPatternZero && W > 0) mw += n * (n - 1) * within / W;
   }
   mw *= 0.5;
   const double B = std::round(P) - W;

@@ -139,6 +139,21 @@ TEST(ClusterQuality, WardPartitionsMatchReference) {
   EXPECT_EQ(q.hcMax, 0);
 }
 
+TEST(ClusterQuality, PearsonPointBiserialUsesDistancesWithin) {
+  // The homogeneity of a Pearson cluster is a mean similarity; the index compares distances.
+  const PatternSet set = StandardizedSet();
+  Agglomeration tree(set, LinkageMethod::Average, DistanceType::Pearson, 0, false);
+  while (tree.K() > 3) tree.Fuse();
+  std::vector<int> labels = tree.Labels();
+  std::vector<int> cases;
+  for (int i = 0; i < set.N; ++i) cases.push_back(labels[set.patternOfCase[i]] + 1);
+  EXPECT_EQ(cases, (std::vector<int>{1, 1, 1, 2, 2, 2, 1, 1, 3, 1, 3}));
+  const QualityRecord q = Quality(set, tree.Current(), tree.Summary(), TotalSumOfSquares(set), DistanceType::Pearson,
+                                  HcRule::WeightedPairs);
+  EXPECT_NEAR(q.pointBiserial, 0.802, 0.0005);
+  EXPECT_EQ(q.silhouette, 0);  // ASED only
+}
+
 TEST(Relocation, MovesAsTheReferenceRule) {
   const PatternSet set = StandardizedSet();
   // The Start variable of the cases, per pattern from its first case, as codes 0..2.

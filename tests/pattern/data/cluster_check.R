@@ -96,3 +96,13 @@ repeat {
   if (old - ss(lab) < 1e-4) break
 }
 cat("relocated clusters of cases:", lab[pattern_of_case], "\n")
+
+# Pearson distances (1 - r of two standardized patterns across the variables): average
+# linkage with the multiplicities as members, and the point-biserial correlation of the
+# case pair distances with being in different clusters at 3 clusters.
+rp <- 1 - cor(t(P))
+hp <- hclust(as.dist(rp), method = "average", members = mult)
+clp <- cutree(hp, 3)[pattern_of_case]
+rc <- 1 - cor(t(Z))
+cat("== Pearson average k = 3 clusters of cases:", clp, "\n")
+cat(sprintf("Pearson Pointbis = %.3f\n", cor(rc[pairs], as.numeric(clp[pairs[, 1]] != clp[pairs[, 2]]))))
