@@ -93,8 +93,6 @@ inline constexpr FlagParameter kRelocationAfter{"relocation"};
 inline constexpr IntegerParameter kMaxIterations{"maxIterations"};
 inline constexpr NumberParameter kTolerance{"tolerance"};
 inline constexpr IntegerParameter kClusters{"clusters"};
-inline constexpr IntegerParameter kKMeansIterations{"kmeansIterations"};
-inline constexpr NumberParameter kKMeansTolerance{"kmeansTolerance"};
 inline constexpr FlagParameter kSaveKMeans{"saveKMeans"};
 inline constexpr TextParameter kKMeansName{"kmeansName"};
 inline constexpr NumberParameter kSavingThreshold{"savingThreshold"};

@@ -40,7 +40,8 @@ const std::vector<ParameterDefinition>& PatternParameters() {
        "Sűrűsödési változók létrehozása és elmentése"},
       {"tenBandZones", K::Flag, "off", 0, 0, {}, "Input változók 10-es övezeteinek létrehozása",
        "Input változók 10-es övezeteinek létrehozása"},
-      // Hierarchical clustering.
+      // Hierarchical clustering (the iterations and the tolerance also of the K-means page,
+      // which takes tolerances up to 0.1).
       {"method", K::Choice, "Ward", 0, 0, {"Average", "Single", "Complete", "Centroid", "Median", "Ward", "Beta-flexible"},
        "Method", "Módszer"},
       {"beta", K::Number, "-0.2", 0, 0, {}, "Beta value (-1 to 1)", "Béta-érték (-1 és 1 között)"},
@@ -56,8 +57,6 @@ const std::vector<ParameterDefinition>& PatternParameters() {
       {"tolerance", K::Number, "0.0001", 0, 0, {}, "Tolerance ( 0,0001 - 0,01 )", "Tolerancia ( 0,0001 - 0,01 )"},
       // K-means relocation.
       {"clusters", K::Integer, "3", 1, 100, {}, "Number of clusters", "A klaszterek száma"},
-      {"kmeansIterations", K::Integer, "25", 0, 200, {}, "Maximal number of iterations", "Az iterációk maximális száma"},
-      {"kmeansTolerance", K::Number, "0.0001", 0, 0, {}, "Tolerance ( 0,0001 - 0,01 )", "Tolerancia ( 0,0001 - 0,01 )"},
       {"saveKMeans", K::Flag, "off", 0, 0, {}, "Save final clustering variable", "A végső klaszterváltozó mentése"},
       {"kmeansName", K::Text, "KClus", 0, 0, {}, "Name of the clustering variable", "A klaszterváltozó neve"},
       {"savingThreshold", K::Number, "0.7", 0, 0, {}, "Saving threshold:", "Mentési küszöb:"},

@@ -271,8 +271,8 @@ void Relocation(AnalysisRun& run) {
   const AnalysisRequest& q = run.request;
   const PatternVariables vars = ReadPatternVariables(run);
   const bool standardize = q.Get(param::kStandardize);
-  const int maxIterations = q.Get(param::kKMeansIterations);
-  const double tolerance = std::clamp(q.Get(param::kKMeansTolerance), 0.0001, 0.1);
+  const int maxIterations = q.Get(param::kMaxIterations);
+  const double tolerance = std::clamp(q.Get(param::kTolerance), 0.0001, 0.1);
   const bool save = q.Get(param::kSaveKMeans);
   const std::string saveName(q.Get(param::kKMeansName));
   const double threshold = q.Get(param::kSavingThreshold);

@@ -185,6 +185,17 @@ TEST(PatternData, TiesZeroVarianceAndFlatPatterns) {
   EXPECT_EQ(set.Pattern(0)[1], 5);  // a zero-SD variable stays raw
   EXPECT_NEAR(set.BackTransform(set.Pattern(2)[0], 0), 4, 1e-12);
 
+  // Standardized, the total sum of squares counts the variables that vary: one cluster
+  // holds all of it (EESS% 0), as in R's sum of squares of the scaled varying columns.
+  std::vector<CaseValues> mixed = {{1, {1, 5}}, {2, {2, 5}}, {3, {4, 5}}, {4, {7, 5}}};
+  set = CollapsePatterns(mixed, 2);
+  ASSERT_TRUE(NormalizeWeights(set, {1, 1}));
+  Standardize(set);
+  EXPECT_NEAR(TotalSumOfSquares(set), 3, 1e-12);
+  Agglomeration tree(set, LinkageMethod::Ward, DistanceType::Ased, 0, false);
+  while (tree.K() > 1) tree.Fuse();
+  EXPECT_NEAR(EessPercent(TotalSumOfSquares(set), tree.SsCluster()), 0, 1e-9);
+
   // Pearson: both flat r = 1, one flat r = 0, opposite r = -1.
   const std::vector<double> w = {0.5, 0.5};
   const double flat[] = {1, 1}, flat2[] = {3, 3}, up[] = {1, 2}, down[] = {2, 1};
