@@ -1,10 +1,25 @@
 #include "pattern/agglomeration.h"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 
 namespace tarvika {
+
+template <typename T>
+void TriangleStore<T>::Allocate(std::size_t count) {
+  constexpr std::size_t kPage = 2 << 20;
+  const std::size_t bytes = std::max<std::size_t>((count * sizeof(T) + kPage - 1) / kPage * kPage, kPage);
+  data_ = static_cast<T*>(std::aligned_alloc(kPage, bytes));
+  if (data_ == nullptr) throw std::bad_alloc();
+  madvise(data_, bytes, MADV_HUGEPAGE);
+}
+template class TriangleStore<double>;
+template class TriangleStore<float>;
+
 namespace {
 
 constexpr double kFar = std::numeric_limits<double>::max();
@@ -19,9 +34,9 @@ Agglomeration::Agglomeration(const PatternSet& set, LinkageMethod method, Distan
     : set_(set), method_(method), beta_(beta), single_(singlePrecision), n_(set.D) {
   const std::size_t slots = static_cast<std::size_t>(n_) * (n_ - 1) / 2;
   if (single_) {
-    d32_.resize(slots);
+    d32_.Allocate(slots);
   } else {
-    d64_.resize(slots);
+    d64_.Allocate(slots);
   }
   // The distances with their mean over the pairs of cases first; then, in a second pass
   // over the stored values, the squares around the mean and the scaling of the method.

@@ -6,6 +6,7 @@
 // the clusters and the recomputation of the few rows whose neighbour was fused.
 
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -15,6 +16,25 @@
 #include "pattern/pattern_data.h"
 
 namespace tarvika {
+
+// The triangle of the distance matrix: memory asked for in large pages before it is first
+// written, since a fusion reads two far-apart rows for every cluster and small pages would
+// miss their address translations; entries are not initialized.
+template <typename T>
+class TriangleStore {
+ public:
+  TriangleStore() = default;
+  TriangleStore(const TriangleStore&) = delete;
+  TriangleStore& operator=(const TriangleStore&) = delete;
+  ~TriangleStore() { std::free(data_); }
+  void Allocate(std::size_t count);
+  T& operator[](std::size_t i) { return data_[i]; }
+  const T& operator[](std::size_t i) const { return data_[i]; }
+  const T* data() const { return data_; }
+
+ private:
+  T* data_ = nullptr;
+};
 
 enum class LinkageMethod { Average = 1, Single, Complete, Centroid, Median, Ward, BetaFlexible };
 
@@ -61,8 +81,8 @@ class Agglomeration {
   double beta_;
   bool single_;
   int n_;
-  std::vector<double> d64_;
-  std::vector<float> d32_;
+  TriangleStore<double> d64_;
+  TriangleStore<float> d32_;
   std::vector<int> active_;  // ids (first patterns) in order
   std::vector<char> alive_;
   std::vector<int> size_, distinct_;
