@@ -31,7 +31,7 @@ std::size_t Slot(int a, int b) { return static_cast<std::size_t>(b) * (b - 1) / 
 
 Agglomeration::Agglomeration(const PatternSet& set, LinkageMethod method, DistanceType type, double beta,
                              bool singlePrecision, const std::function<void(int, int)>& progress)
-    : set_(set), method_(method), beta_(beta), single_(singlePrecision), n_(set.D) {
+    : set_(set), method_(method), type_(type), beta_(beta), single_(singlePrecision), n_(set.D) {
   const std::size_t slots = static_cast<std::size_t>(n_) * (n_ - 1) / 2;
   if (single_) {
     d32_.Allocate(slots);
@@ -85,6 +85,10 @@ Agglomeration::Agglomeration(const PatternSet& set, LinkageMethod method, Distan
     active_[p] = p;
     label_[p] = p;
     members_[p] = {p};
+  }
+  if (type == DistanceType::Pearson) {
+    similarity_.resize(n_);
+    for (int p = 0; p < n_; ++p) similarity_[p] = 0.5 * size_[p] * (size_[p] - 1.0);
   }
   nn_.assign(n_, -1);
   nnd_.assign(n_, kFar);
@@ -238,6 +242,17 @@ double Agglomeration::Fuse() {
   size_[p] += size_[q];
   distinct_[p] += distinct_[q];
   ssCluster_ += essPlus;
+  if (type_ == DistanceType::Pearson) {
+    // Each pair of patterns meets once here, so the sums cost one pass over the pairs in all.
+    double cross = 0;
+    for (int a : members_[p]) {
+      for (int b : members_[q]) {
+        cross += static_cast<double>(set_.multiplicity[a]) * set_.multiplicity[b] *
+                 (1 - Distance(set_.Pattern(a), set_.Pattern(b), set_.weight, type_));
+      }
+    }
+    similarity_[p] += similarity_[q] + cross;
+  }
   for (int m : members_[q]) label_[m] = p;
   members_[p].insert(members_[p].end(), members_[q].begin(), members_[q].end());
   members_[q].clear();
@@ -304,6 +319,7 @@ Partition Agglomeration::Current() const {
     c.mean.assign(at, at + V);
     c.min.assign(min_.begin() + static_cast<std::ptrdiff_t>(id) * V, min_.begin() + static_cast<std::ptrdiff_t>(id + 1) * V);
     c.max.assign(max_.begin() + static_cast<std::ptrdiff_t>(id) * V, max_.begin() + static_cast<std::ptrdiff_t>(id + 1) * V);
+    if (type_ == DistanceType::Pearson) c.pairSimilarity = similarity_[id];
     c.variance.resize(V);
     for (int v = 0; v < V; ++v) {
       c.variance[v] = c.size > 1 ? std::max(0.0, ss_[static_cast<std::size_t>(id) * V + v]) / (c.size - 1) : 0;

@@ -78,6 +78,7 @@ class Agglomeration {
 
   const PatternSet& set_;
   LinkageMethod method_;
+  DistanceType type_;
   double beta_;
   bool single_;
   int n_;
@@ -93,6 +94,7 @@ class Agglomeration {
   std::vector<double> mnnd_;
   std::vector<int> label_;                 // id of each pattern's cluster
   std::vector<std::vector<int>> members_;  // patterns of each id
+  std::vector<double> similarity_;         // Pearson: the sum of similarities over the case pairs of each id
   double ssCluster_ = 0;
   DistanceSummary summary_;
   Fusion last_;

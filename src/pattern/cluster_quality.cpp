@@ -85,7 +85,13 @@ std::vector<double> HomogeneityCoefficients(const PatternSet& set, const Partiti
   }
   // Pearson: the mean similarity over the pairs of cases, identical cases similar by 1.
   std::vector<double> sum(k, 0);
-  for (int a = 0; a < set.D; ++a) {
+  bool known = true;
+  for (int j = 0; j < k; ++j) {
+    sum[j] = partition.clusters[j].pairSimilarity;
+    known = known && sum[j] >= 0;
+  }
+  if (!known) std::fill(sum.begin(), sum.end(), 0.0);
+  for (int a = 0; a < set.D && !known; ++a) {
     const int j = partition.clusterOfPattern[a];
     const double na = set.multiplicity[a];
     sum[j] += 0.5 * na * (na - 1);

@@ -16,6 +16,9 @@ struct Cluster {
   int firstPattern = 0;  // the pattern that gives the cluster its code
   // Per variable on the stored scale; variance with size - 1 (0 for a single case).
   std::vector<double> mean, variance, min, max;
+  // Pearson only: the sum of the similarities over the pairs of cases, when known (else -1
+  // and it is summed from the patterns).
+  double pairSimilarity = -1;
 };
 
 struct Partition {

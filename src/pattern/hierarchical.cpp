@@ -193,7 +193,7 @@ void HierarchicalCluster(AnalysisRun& run) {
     }
     r.EndTable();
     if (r.Html()) r.Figure(SvgDendrogram(fusions, set.firstRow));
-    if (s.relocation && from >= 2 && to < 25) {
+    if (s.relocation && from >= 2 && s.to < 25) {
       if (type != DistanceType::Ased) {
         r.BlankLine();
         r.Line(run.T("Relocation cannot be performed with this distance type.",

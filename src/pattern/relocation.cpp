@@ -55,7 +55,7 @@ std::vector<int> Compact(const std::vector<int>& labels, int K, int* used) {
 }  // namespace
 
 std::vector<RelocationPass> RelocatePatterns(const PatternSet& set, std::vector<int>& labels, int K, double ssStart,
-                                             int maxIterations, double tolerance) {
+                                             int maxIterations, double tolerance, const std::function<void(int)>& progress) {
   const int V = set.V;
   Centres c = CentresOf(set, labels, K);
   std::vector<RelocationPass> passes;
@@ -63,6 +63,7 @@ std::vector<RelocationPass> RelocatePatterns(const PatternSet& set, std::vector<
   int iter = 0;
   while (true) {
     ++iter;
+    if (progress) progress(iter);
     const double ssOld = ss;
     int moved = 0;
     for (int p = 0; p < set.D; ++p) {
@@ -129,22 +130,21 @@ std::vector<int> RelocateAndReport(AnalysisRun& run, const PatternVariables& var
                                         : run.T("Starting Explained ESS% (EESS%) = ", "Kezdő megmagyarázott ESS% (EESS%) = "),
                      Dec(startEess, 2)));
   r.BlankLine();
+  // Two heading lines: "Iter." over "number", "Reloc." over "cases".
   r.BeginTable();
   r.FirstCell(run.T("Iter.", "Iter."));
   r.Cell(run.T("Reloc.", "Áttett"));
-  r.Cell("SScluster");
+  r.Cell(run.T("SScluster", "SSklaszter"));
   r.Cell("EESS%");
   r.EndRow();
-  r.FirstCell("");
-  r.Cell(run.T("number", "sorszám"));
-  r.EndRow();
-  r.FirstCell("");
+  r.FirstCell(run.T("number", "sorszám"));
   r.Cell(run.T("cases", "esetek"));
   r.EndRow();
   std::vector<int> labels = start.labels;
-  const std::vector<RelocationPass> passes = RelocatePatterns(set, labels, start.K, start.ssCluster, maxIterations, tolerance);
+  const std::vector<RelocationPass> passes =
+      RelocatePatterns(set, labels, start.K, start.ssCluster, maxIterations, tolerance,
+                       [&](int iter) { run.ShowProgress(fmt::format("{}{}", run.T("Iter: ", "Iter: "), iter)); });
   for (std::size_t i = 0; i < passes.size(); ++i) {
-    run.ShowProgress(fmt::format("{}{}", run.T("Iter: ", "Iter: "), i + 1));
     r.FirstCell(fmt::format(" i={}", i + 1));
     r.NumberCell(std::to_string(passes[i].moved));
     r.NumberCell(Dec(passes[i].ssCluster, 3) + "   ");

@@ -3,6 +3,7 @@
 // sum of squares falls most, until a pass gains less than the tolerance. Command 55 runs
 // it from a starting clustering variable or a Ward solution; command 54 after clustering.
 
+#include <functional>
 #include <vector>
 
 #include "pattern/cluster_quality.h"
@@ -20,7 +21,8 @@ struct RelocationPass {
   double ssCluster = 0;
 };
 std::vector<RelocationPass> RelocatePatterns(const PatternSet& set, std::vector<int>& labels, int K, double ssStart,
-                                             int maxIterations, double tolerance);
+                                             int maxIterations, double tolerance,
+                                             const std::function<void(int iteration)>& progress = {});
 
 struct RelocationStart {
   std::vector<int> labels;

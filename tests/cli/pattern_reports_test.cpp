@@ -38,7 +38,11 @@ INSTANTIATE_TEST_SUITE_P(
                       "--lang en"},
         // Relocation from the teacher's grouping, and from a Ward solution of 2 clusters.
         PatternReport{"relocate_en_start.txt", "clusters", "--command 55 --vars X1,X2,X3 --group Start --lang en"},
-        PatternReport{"relocate_hu_ward.txt", "clusters", "--command 55 --vars X1,X2,X3 --set clusters=2 --lang hu"}),
+        PatternReport{"relocate_hu_ward.txt", "clusters", "--command 55 --vars X1,X2,X3 --set clusters=2 --lang hu"},
+        // Three new pupils (code 0) placed by their nearest classified case: two within the
+        // threshold at ASED 0.1893 (1/2.793^2 + 1/1.912^2 + 1/2.453^2) / 3, one beyond it.
+        PatternReport{"relocate_en_newcomers.txt", "clusters",
+                      "--command 55 --vars X1,X2,X3 --group Newcomer --set saveKMeans=on --set savingThreshold=0.3 --lang en"}),
     test::ReportCaseName);
 
 TEST_F(PatternCli, RefusalsAndTheSavedClusterCode) {
@@ -80,9 +84,19 @@ TEST_F(PatternCli, RefusalsAndTheSavedClusterCode) {
   EXPECT_NE(project.find("<name>=Clus1;"), std::string::npos);
   EXPECT_NE(project.find("<longname>=Hierarchical_Cluster_2;"), std::string::npos);
   // R's cutree at 2: cases 1-3, 7, 8, 11 in the first cluster, the others in the second.
-  EXPECT_NE(project.find("\r\n2\t5\t1\t4\t1\t1\t1\t1\r\n"), std::string::npos);
-  EXPECT_NE(project.find("\r\n8\t1\t6\t4\t2\t2\t2\t2\r\n"), std::string::npos);
-  EXPECT_NE(project.find("\r\n5\t\t3\t4\t2\t3\t\t\r\n"), std::string::npos);
+  EXPECT_NE(project.find("\r\n2\t5\t1\t4\t1\t1\t1\t1\t1\r\n"), std::string::npos);
+  EXPECT_NE(project.find("\r\n8\t1\t6\t4\t2\t2\t2\t2\t2\r\n"), std::string::npos);
+  EXPECT_NE(project.find("\r\n5\t\t3\t4\t2\t3\t3\t\t\r\n"), std::string::npos);
+
+  // The new pupils within the threshold take their neighbour's code, the third stays blank.
+  r = Run("clusters", "--command 55 --vars X1,X2,X3 --group Newcomer --set saveKMeans=on --set savingThreshold=0.3 "
+                      "--save '" + saved + "' --lang en");
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string classified = test::ReadFile(saved);
+  EXPECT_NE(classified.find("<name>=KClus;"), std::string::npos);
+  EXPECT_NE(classified.find("\r\n5\t5\t5\t4\t2\t3\t0\t1\r\n"), std::string::npos);
+  EXPECT_NE(classified.find("\r\n1\t6\t2\t4\t1\t1\t0\t1\r\n"), std::string::npos);
+  EXPECT_NE(classified.find("\r\n6\t3\t6\t4\t2\t2\t0\t\r\n"), std::string::npos);
 }
 
 }  // namespace
