@@ -154,6 +154,26 @@ TEST(ClusterQuality, PearsonPointBiserialUsesDistancesWithin) {
   EXPECT_EQ(q.silhouette, 0);  // ASED only
 }
 
+TEST(ClusterQuality, EqualDistancesAndEqualSpreads) {
+  // Three patterns all at the same distance: the SD of the distances is 0 and the indices
+  // that divide by it print 0.
+  std::vector<CaseValues> corners = {{1, {1, 0, 0}}, {2, {0, 1, 0}}, {3, {0, 0, 1}}};
+  PatternSet set = CollapsePatterns(corners, 3);
+  ASSERT_TRUE(NormalizeWeights(set, {1, 1, 1}));
+  const DistanceSummary distances = SummarizeDistances(set, DistanceType::Ased);
+  EXPECT_NEAR(distances.mean, 2.0 / 3, 1e-12);
+  EXPECT_EQ(distances.sd, 0);
+  const Partition partition = PartitionFromLabels(set, {0, 1, 1}, 2);
+  const QualityRecord q = Quality(set, partition, distances, TotalSumOfSquares(set), DistanceType::Ased, HcRule::WeightedPairs);
+  EXPECT_EQ(q.clusterDelta, 0);
+  EXPECT_EQ(q.pointBiserial, 0);
+  EXPECT_NEAR(q.hc[1], 2.0 / 3, 1e-12);  // the one pair of the second cluster
+  EXPECT_NEAR(q.generalizedDunn, (1.0 + 0.25 + 0.25) / 3 / (2.0 / 3), 1e-12);  // centres (1,0,0) and (0,.5,.5)
+  // The modified Xie-Beni index: D2 = E gives 0, both 0 gives 1.
+  EXPECT_EQ(XieBeniMod(set, 2.0 / 3, 3 * 2.0), 0);  // D2 = 3 x 2/3 = 2 = E = 6 / 3
+  EXPECT_EQ(XieBeniMod(set, 0, 0), 1);
+}
+
 TEST(Relocation, MovesAsTheReferenceRule) {
   const PatternSet set = StandardizedSet();
   // The Start variable of the cases, per pattern from its first case, as codes 0..2.
