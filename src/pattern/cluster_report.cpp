@@ -26,9 +26,9 @@ void WriteVariableRows(AnalysisRun& run, const PatternVariables& vars, const Pat
   r.FirstCell(run.T("Variab: ", "Változó: "));
   for (const std::string& name : vars.headings) r.Cell(name);
   r.EndRow();
-  auto row = [&](std::string_view head, auto value, int spec) {
+  auto row = [&](std::string_view head, auto value, int form) {
     r.FirstCell(head);
-    for (int v = 0; v < set.V; ++v) r.NumberCell(PatternValueText(value(v), 10, spec, lang));
+    for (int v = 0; v < set.V; ++v) r.NumberCell(PatternValueText(value(v), 10, form, lang));
     r.EndRow();
   };
   row(run.T("Mean: ", "Átlag: "), [&](int v) { return set.BackTransform(c.mean[v], v); }, 8);

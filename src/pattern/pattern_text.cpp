@@ -13,14 +13,14 @@ namespace tarvika {
 
 std::string Dec(double x, int d) { return Fixed(x, d); }
 
-std::string PatternValueText(double value, int width, int spec, Language lang) {
+std::string PatternValueText(double value, int width, int form, Language lang) {
   constexpr double kZero = 0.00000001;
   if (std::fabs(value) < kZero) value = 0;
   if (std::fabs(value - std::trunc(value)) <= 0.00001) value = std::floor(value + 0.1);
   if (width > 2 && std::fabs(value) >= std::pow(10.0, width)) return std::string(Pick(lang, "TooBig", "TúlNagy"));
-  if (spec >= 1 && spec <= 7) return Fixed(value, spec);
+  if (form >= 1 && form <= 7) return Fixed(value, form);
   const double a = std::fabs(value);
-  if (spec < 8 && (value == std::trunc(value) || std::fabs(value - 1) < kZero)) return Fixed(value, 0);
+  if (form < 8 && (value == std::trunc(value) || std::fabs(value - 1) < kZero)) return Fixed(value, 0);
   const int decimals = a >= 1000000 ? 0 : a >= 1000 ? 1 : a >= 10 ? 2 : a >= 0.1 ? 3 : 4;
   return Fixed(value, decimals);
 }

@@ -15,8 +15,8 @@ class ReportWriter;
 
 // The text of a table cell of means: near-zero values are 0, values just above a whole
 // number snap to it; "TooBig" from 10^width up (width above 2); decimals 1..7 fixed,
-// otherwise by size, and with spec below 8 a whole value (or 1) without decimals.
-std::string PatternValueText(double value, int width, int spec, Language lang);
+// otherwise by size, and with form below 8 a whole value (or 1) without decimals.
+std::string PatternValueText(double value, int width, int form, Language lang);
 
 // The mark of a standardized mean: "." near 0, "H"/"L" ("M"/"A"), in parentheses when
 // weak, with one "+" for each of the bounds 1, 1.405, 1.645 and 2.045 passed.

@@ -178,7 +178,7 @@ void WriteQualityFootnote(AnalysisRun& run) {
 }
 
 // Cases of starting code 0 are placed by their nearest case of a non-zero code.
-void ClassifyNewCases(AnalysisRun& run, const PatternVariables& vars, const PatternSet& set,
+void ClassifyNewCases(AnalysisRun& run, const PatternSet& set,
                       const std::vector<CaseValues>& cases, const std::vector<double>& codes, bool save,
                       const std::string& saveName, double threshold, int K, int& savedColumn) {
   ReportWriter& r = run.report;
@@ -238,7 +238,6 @@ void ClassifyNewCases(AnalysisRun& run, const PatternVariables& vars, const Patt
     }
   }
   r.EndTable();
-  (void)vars;
   if (!save) return;
   r.BlankLine();
   if (within == 0) {
@@ -328,7 +327,7 @@ void Relocation(AnalysisRun& run) {
       r.Line(fmt::format("{}{}", run.T("Starting clustering variable: ", "A kezdő osztályozás klaszterváltozója: "), startName));
     }
     if (zero) {
-      ClassifyNewCases(run, vars, set, cases, codes, save, saveName, threshold, static_cast<int>(distinct.size()), savedColumn);
+      ClassifyNewCases(run, set, cases, codes, save, saveName, threshold, static_cast<int>(distinct.size()), savedColumn);
       return;
     }
     const DistanceSummary distances = SummarizeDistances(set, DistanceType::Ased);

@@ -9,7 +9,7 @@ namespace {
 
 TEST(PatternText, ValuesSnapAndTakeDecimalsBySize) {
   const Language en = Language::English;
-  EXPECT_EQ(PatternValueText(2.000001, 10, 8, en), "2.000");  // snapped, spec 8 keeps decimals
+  EXPECT_EQ(PatternValueText(2.000001, 10, 8, en), "2.000");  // snapped, form 8 keeps decimals
   EXPECT_EQ(PatternValueText(2.000001, 10, 0, en), "2");
   EXPECT_EQ(PatternValueText(0.0926, 10, 8, en), "0.0926");
   EXPECT_EQ(PatternValueText(1234.56, 10, 8, en), "1234.6");
