@@ -83,6 +83,11 @@ bool AnalysisDialog::SetFor(std::string_view name, std::string_view variable, st
     if (error) *error = std::string(Pick(lang, "Unknown per-variable parameter of this dialog: ", "A párbeszédablaknak nincs ilyen változónkénti paramétere: ")) + std::string(name);
     return false;
   }
+  // A variable weight left blank counts as 1 when the run reads it.
+  if (name == "weight" && value.find_first_not_of(' ') == std::string_view::npos) {
+    perVariable[std::string(name)][std::string(variable)] = "";
+    return true;
+  }
   auto normal = NormaliseParameterValue(*param, value, lang, error);
   if (!normal) return false;
   perVariable[std::string(name)][std::string(variable)] = *normal;

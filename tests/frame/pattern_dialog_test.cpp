@@ -49,6 +49,8 @@ TEST(PatternDialog, RangeCheckComesFirstThenRolesAndWeights) {
   EXPECT_EQ(std::string(run.request.role.begin() + 1, run.request.role.end()), "XX    GN");
   EXPECT_EQ(m.ws.vars.GetCell(kParameter, 1), "-2.5");  // its size is the weight
   EXPECT_EQ(m.ws.vars.GetCell(kParameter, 2), "1");
+  ASSERT_TRUE(d.SetFor("weight", "x2", "", Language::English, &error)) << error;  // blank: 1 when read
+  EXPECT_FALSE(d.SetFor("weight", "x2", "heavy", Language::English, &error));
   EXPECT_EQ(run.request.parameters.at("clusterName"), "Clus2");
 }
 
