@@ -83,6 +83,11 @@ bool AnalysisDialog::SetFor(std::string_view name, std::string_view variable, st
     if (error) *error = std::string(Pick(lang, "Unknown per-variable parameter of this dialog: ", "A párbeszédablaknak nincs ilyen változónkénti paramétere: ")) + std::string(name);
     return false;
   }
+  // A variable weight left blank counts as 1 when the run reads it.
+  if (name == "weight" && value.find_first_not_of(' ') == std::string_view::npos) {
+    perVariable[std::string(name)][std::string(variable)] = "";
+    return true;
+  }
   auto normal = NormaliseParameterValue(*param, value, lang, error);
   if (!normal) return false;
   perVariable[std::string(name)][std::string(variable)] = *normal;
@@ -142,7 +147,56 @@ std::string SanitiseVariableName(std::string_view name, std::string_view fallbac
   return std::string(Utf8Prefix(out, kShortNameLength));
 }
 
+bool VariableNameTaken(const Workspace& ws, std::string_view name) {
+  for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
+    if (EqualIgnoringCase(ws.vars.GetCell(kShortName, v), name)) return true;
+  }
+  return false;
+}
+
+std::string UniqueSaveName(const Workspace& ws, std::string_view base) {
+  std::string name(base);
+  if (!VariableNameTaken(ws, name)) return name;
+  // Trailing digits go (the stem keeps at least 4 characters); a running number follows.
+  std::string stem(base);
+  while (Utf8Length(stem) > 4 && std::isdigit(static_cast<unsigned char>(stem.back()))) stem.pop_back();
+  for (int n = 1; n <= 100; ++n) {
+    const std::string number = std::to_string(n);
+    const std::size_t room = kShortNameLength > number.size() ? kShortNameLength - number.size() : 0;
+    name = std::string(Utf8Prefix(stem, room)) + number;
+    if (!VariableNameTaken(ws, name)) return name;
+  }
+  return name;
+}
+
 namespace {
+
+// The save switches of the pattern dialog with their name fields and the names they start from.
+struct PatternSave {
+  std::string_view toggle, name, fallback;
+};
+constexpr PatternSave kPatternSaves[] = {
+    {"saveWeightedSum", "weightedSumName", "Wsum"},
+    {"saveCluster", "clusterName", "Clus"},
+    {"saveKMeans", "kmeansName", "KClus"},
+};
+
+// The checks of the pattern dialog's pages that come before the selection is looked at, with
+// the save names made legal and free first; empty when the run may go on.
+std::string PatternPageError(const Workspace& ws, AnalysisDialog& dialog) {
+  for (const PatternSave& save : kPatternSaves) {
+    if (dialog.Value(save.toggle) != "on") continue;
+    dialog.values[std::string(save.name)] = UniqueSaveName(ws, SanitiseVariableName(dialog.Value(save.name), save.fallback));
+  }
+  if (dialog.commandCode == kHierarchicalCluster) {
+    const int from = std::stoi(dialog.Value("reportFrom")), to = std::stoi(dialog.Value("reportTo"));
+    if (from > to) {
+      return std::string(ws.Text("Error: the starting index is larger then the ending one.",
+                                 "Hiba: A kezdő index nem lehet nagyobb, mind a záró!"));
+    }
+  }
+  return {};
+}
 
 // The refusal of a selection that the command's rule doesn't accept, or empty.
 std::string_view SelectionError(const Workspace& ws, const AnalysisDialog& dialog, const SelectionRule& rule) {
@@ -175,6 +229,12 @@ PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
     if (output.switchParameter.empty() || ToggleValue(dialog.Value(output.switchParameter)) == 2) {
       dialog.values[std::string(output.nameParameter)] =
           SanitiseVariableName(dialog.Value(output.nameParameter), output.fallback);
+    }
+  }
+  if (dialog.kind == DialogKind::Pattern) {
+    if (std::string refusal = PatternPageError(ws, dialog); !refusal.empty()) {
+      run.error = std::move(refusal);
+      return run;
     }
   }
   if (std::string_view refusal = SelectionError(ws, dialog, command->selection); !refusal.empty()) {
@@ -242,6 +302,18 @@ PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
       if (!dialog.conditional.empty()) mark(dialog.conditional, "N");
       for (const std::string& name : dialog.covariates) mark(name, "C");
       break;
+    case DialogKind::Pattern:
+      // The weight of an X variable goes beside its role; the starting, grouping and
+      // control lists count with their first entry only.
+      for (const std::string& name : dialog.selected) {
+        mark(name, "X");
+        scratch(name);
+      }
+      for (const std::string& name : dialog.yList) mark(name, "Y");
+      if (!dialog.grouping.empty()) mark(dialog.grouping.front(), "G");
+      if (!dialog.covariates.empty()) mark(dialog.covariates.front(), "C");
+      if (!dialog.conditional.empty()) mark(dialog.conditional, "N");
+      break;
   }
 
   int selectedCount = 0;
@@ -265,6 +337,12 @@ RunResult RunAnalysis(Workspace& ws, AnalysisDialog& dialog, ReportFormat format
   const CommandInfo* command = dialog.commands->Find(dialog.commandCode);
   // The dialog's checks of the selection come first, for a command still to be built too.
   if (command != nullptr && command->dialog == dialog.kind && command->offered) {
+    if (dialog.kind == DialogKind::Pattern) {
+      if (std::string refusal = PatternPageError(ws, dialog); !refusal.empty()) {
+        tell(std::move(refusal));
+        return RunResult::Refused;
+      }
+    }
     if (std::string_view refusal = SelectionError(ws, dialog, command->selection); !refusal.empty()) {
       tell(std::string(refusal));
       return RunResult::Refused;

@@ -57,6 +57,10 @@ void ResetDialog(AnalysisDialog& dialog);
 std::vector<std::string> SourceList(const Workspace& ws, const AnalysisDialog& dialog);
 // Turns a name into a legal short name (letters, digits, "_" and "."; at most 8 characters).
 std::string SanitiseVariableName(std::string_view name, std::string_view fallback);
+// The name of a variable to be saved made free: the name itself when no variable has it
+// (compared ignoring case); else its trailing digits cut (down to 4 characters) and a
+// running number from 1 added, within 8 characters; after 100 numbers the last one tried.
+std::string UniqueSaveName(const Workspace& ws, std::string_view base);
 
 struct PreparedRun {
   AnalysisRequest request;

@@ -11,6 +11,7 @@ const DialogInfo& Dialog(DialogKind kind) {
       {DialogKind::SingleSample, "TKijelolForm", "KijelolForm", "analysis.single"},
       {DialogKind::Groups, "TK20Form", "K20Form", "analysis.groups"},
       {DialogKind::Relations, "TK31Form", "K31Form", "analysis.relations"},
+      {DialogKind::Pattern, "TVorelDesForm", "VorelDesForm", "analysis.pattern"},
   };
   return dialogs[static_cast<int>(kind)];
 }

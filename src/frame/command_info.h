@@ -33,6 +33,18 @@ enum CommandCode : int {
   kMultipleRegression = 33,
   kCrosstab = 34,
   kItemAnalysis = 35,
+  kPatternDescribe = 51,
+  kPatternImpute = 52,
+  kPatternResidue = 53,
+  kHierarchicalCluster = 54,
+  kRelocation = 55,
+  kConfiguralFrequency = 56,
+  kExacon = 57,
+  kCentroidComparison = 58,
+  kDensePoint = 59,
+  kTimeSeparation = 60,
+  kTimeFusion = 61,
+  kClusterValidation = 62,
 };
 
 // The dialog a command belongs to: its form's name, the window name of its progress

@@ -43,6 +43,8 @@ const std::vector<ParameterDefinition>& DialogParameters(DialogKind dialog) {
       return SingleSampleParameters();
     case DialogKind::Groups:
       return GroupsParameters();
+    case DialogKind::Pattern:
+      return PatternParameters();
     default:
       return RelationsParameters();
   }

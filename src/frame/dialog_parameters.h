@@ -15,7 +15,7 @@
 
 namespace tarvika {
 
-enum class DialogKind { SingleSample, Groups, Relations };  // TKijelolForm, TK20Form, TK31Form
+enum class DialogKind { SingleSample, Groups, Relations, Pattern };  // TKijelolForm, TK20Form, TK31Form, TVorelDesForm
 
 enum class ParameterKind {
   Integer,     // a whole number within bounds
@@ -50,6 +50,7 @@ int ToggleValue(std::string_view word);
 const std::vector<ParameterDefinition>& SingleSampleParameters();
 const std::vector<ParameterDefinition>& GroupsParameters();
 const std::vector<ParameterDefinition>& RelationsParameters();
+const std::vector<ParameterDefinition>& PatternParameters();
 const std::vector<ParameterDefinition>& DialogParameters(DialogKind dialog);
 // The parameter of that name; the older spellings ("ScaleName", "ItemMin", ...) are
 // accepted for their present names.

@@ -80,5 +80,23 @@ inline constexpr IntegerParameter kItemMax{"itemMax"};
 inline constexpr FlagParameter kConvertNegativeItems{"convertNegativeItems"};
 inline constexpr FlagParameter kSociometric{"sociometric"};
 
+// Pattern dialog.
+inline constexpr NumberParameter kWeight{"weight"};  // per variable
+inline constexpr ChoiceParameter kDistance{"distance"};
+inline constexpr ToggleParameter kStandardize{"standardize"};
+inline constexpr ChoiceParameter kClusterMethod{"method"};
+inline constexpr NumberParameter kBeta{"beta"};
+inline constexpr IntegerParameter kReportFrom{"reportFrom"};
+inline constexpr IntegerParameter kReportTo{"reportTo"};
+inline constexpr FlagParameter kSaveCluster{"saveCluster"};
+inline constexpr TextParameter kClusterName{"clusterName"};
+inline constexpr FlagParameter kRelocationAfter{"relocation"};
+inline constexpr IntegerParameter kMaxIterations{"maxIterations"};
+inline constexpr NumberParameter kTolerance{"tolerance"};
+inline constexpr IntegerParameter kClusters{"clusters"};
+inline constexpr FlagParameter kSaveKMeans{"saveKMeans"};
+inline constexpr TextParameter kKMeansName{"kmeansName"};
+inline constexpr NumberParameter kSavingThreshold{"savingThreshold"};
+
 }  // namespace param
 }  // namespace tarvika

@@ -34,7 +34,8 @@ TEST(AnalysisDialogs, CommandsAndTheirListOrder) {
   EXPECT_EQ(AllCommands().Find(12)->hungarian, "Részletesebb mintastatisztikák");
   EXPECT_TRUE(MenuEntryIsBuilt("analysis.single"));
   EXPECT_TRUE(MenuEntryIsBuilt("analysis.relations"));  // the crosstab
-  EXPECT_FALSE(MenuEntryIsBuilt("analysis.pattern"));
+  EXPECT_TRUE(MenuEntryIsBuilt("analysis.pattern"));  // the clustering
+  EXPECT_FALSE(MenuEntryIsBuilt("analysis.r_multivariate"));
   EXPECT_TRUE(MenuEntryIsBuilt("file.save"));
   EXPECT_EQ(AnalysisDialog(AllCommands(), DialogKind::Relations).commandCode, 31);
   EXPECT_EQ(AllCommands().Find(17), nullptr);
