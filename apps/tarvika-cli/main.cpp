@@ -23,6 +23,9 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterResave(app, context);
   tarvika::cli::RegisterSettingsCommands(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
+  tarvika::cli::RegisterTransformCommand(app, context);
+  tarvika::cli::RegisterRecodeCommand(app, context);
+  tarvika::cli::RegisterCountCommand(app, context);
 
   try {
     app.parse(argc, argv);
