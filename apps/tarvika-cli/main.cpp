@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterSettingsCommands(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
   tarvika::cli::RegisterTransformCommand(app, context);
+  tarvika::cli::RegisterRandomCommand(app, context);
   tarvika::cli::RegisterRecodeCommand(app, context);
   tarvika::cli::RegisterCountCommand(app, context);
 

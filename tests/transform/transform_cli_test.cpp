@@ -69,5 +69,42 @@ TEST_F(TransformCli, InputErrorsWriteNothing) {
   }
 }
 
+TEST_F(TransformCli, RandomRunsRepeatWithTheirSeed) {
+  const std::string a = (folder_ / "a.msw").string(), b = (folder_ / "b.msw").string();
+  const std::string args = " --generator bivariate-normal --set Mean_1=50 --set correl=0.3 --lang en";
+  CliResult r = Cli("random " + Survey() + args + " --out '" + a + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::size_t at = r.err.find("Seed: ");
+  ASSERT_NE(at, std::string::npos) << r.err;
+  const std::string seed = r.err.substr(at + 6, r.err.find('\n', at) - at - 6);
+  EXPECT_NE(r.err.find("Two new random variables have been successfully created."), std::string::npos);
+  r = Cli("random " + Survey() + args + " --seed " + seed + " --out '" + b + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string project = ReadFile(a);
+  EXPECT_EQ(project, ReadFile(b));
+  EXPECT_NE(project.find("<name>=RNorm1;"), std::string::npos);
+  EXPECT_NE(project.find("<longname>=Random Bivariate Normal 1 with mean: 50, SD: 15 and correlation: 0.3;"),
+            std::string::npos);
+
+  const std::vector<std::pair<std::string, std::string>> bad = {
+      {"--generator normal --set Median=3", "Not a parameter of this generator: Median=3. Its parameters: Mean, SD"},
+      {"--generator normal --set SD=-1", "SD must not be negative."},
+      {"--generator poisson --set Lambda=x", "Lambda: not a number: x"},
+      {"--generator normal --name Sex", "You must give a unique name for each new variable"},
+  };
+  const std::string c = (folder_ / "c.msw").string();
+  for (const auto& [args2, message] : bad) {
+    r = Cli("random " + Survey() + " " + args2 + " --out '" + c + "' --lang en");
+    EXPECT_EQ(r.status, 2) << args2;
+    EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
+    EXPECT_FALSE(std::filesystem::exists(c));
+  }
+  std::filesystem::remove(folder_ / "stattab" / "lambda.txt");
+  r = Cli("random " + Survey() + " --generator lambda --out '" + c + "' --lang en");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(r.err.find("File Lambda.TXT is missing. Program stops."), std::string::npos) << r.err;
+  EXPECT_FALSE(std::filesystem::exists(c));
+}
+
 }  // namespace
 }  // namespace tarvika
