@@ -6,6 +6,7 @@
 #include <boost/math/distributions/binomial.hpp>
 #include <cmath>
 #include <functional>
+#include <memory>
 #include <tuple>
 
 #include "lang/utf8.h"
@@ -62,31 +63,43 @@ double StudentTDraw(RandomSource& s, double df) {
   return z / std::sqrt((ChiSquareDraw(s, df) + 1e-8) / df);
 }
 
-// Probability of k successes; p is at most 0.5 here.
-double BinomialProbability(int k, int n, double p) {
-  if (p < 1e-8) return k == 0 ? 1 : 0;
-  if (p > 0.99999999) return k == n ? 1 : 0;
-  return boost::math::pdf(boost::math::binomial_distribution<double>(n, p), k);
-}
+// The binomial draws of one run. The probabilities of the exact branch are computed once,
+// as far as the draws have reached, and kept.
+class BinomialDrawer {
+ public:
+  BinomialDrawer(double n, double p) : n_(static_cast<int>(std::lround(n))), p_(p), q_(std::min(p, 1 - p)) {}
 
-double BinomialDraw(RandomSource& s, double nValue, double p) {
-  const int n = static_cast<int>(std::lround(nValue));
-  const double variance = n * p * (1 - p);
-  if (n > 100 && variance > 9) {
-    const double z = s.NormalPair().first;
-    // Never above n either, which the approximation could reach in its far tail.
-    return std::min<double>(n, std::round(std::max(0.0, z * std::sqrt(variance) + n * p)));
+  double Draw(RandomSource& s) {
+    const double variance = n_ * p_ * (1 - p_);
+    if (n_ > 100 && variance > 9) {
+      const double z = s.NormalPair().first;
+      // Never above n either, which the approximation could reach in its far tail.
+      return std::min<double>(n_, std::round(std::max(0.0, z * std::sqrt(variance) + n_ * p_)));
+    }
+    const double u = s.Uniform();
+    int k = 0;
+    while (Cumulative(k) < u && Cumulative(k) <= 0.99999999 && k < n_) ++k;
+    return p_ > 0.5 ? n_ - k : k;
   }
-  const double q = std::min(p, 1 - p);
-  const double u = s.Uniform();
-  int k = 0;
-  double sum = BinomialProbability(0, n, q);
-  while (sum < u && sum <= 0.99999999 && k < n) {
-    ++k;
-    sum += BinomialProbability(k, n, q);
+
+ private:
+  // P(K <= k) for p' = min(p, 1 - p).
+  double Cumulative(int k) {
+    while (static_cast<int>(cumulative_.size()) <= k) {
+      const int next = static_cast<int>(cumulative_.size());
+      cumulative_.push_back((next == 0 ? 0 : cumulative_.back()) + Probability(next));
+    }
+    return cumulative_[k];
   }
-  return p > 0.5 ? n - k : k;
-}
+  double Probability(int k) const {
+    if (q_ < 1e-8) return k == 0 ? 1 : 0;
+    return boost::math::pdf(boost::math::binomial_distribution<double>(n_, q_), k);
+  }
+
+  int n_;
+  double p_, q_;
+  std::vector<double> cumulative_;
+};
 
 // Inversion from 0 up. A mean above 500, where exp(-mean) comes near the smallest double,
 // is drawn as the sum of Poisson draws of equal means up to 500, which is exact.
@@ -293,7 +306,7 @@ GeneratedVariables Generate(const GeneratorInfo& info, const std::vector<double>
       out.types[0] = Range(v[0], v[1], separator);
       break;
     case kBinomial:
-      draw = [&](double* x) { x[0] = BinomialDraw(s, v[0], v[1]); };
+      draw = [&s, binomial = std::make_shared<BinomialDrawer>(v[0], v[1])](double* x) { x[0] = binomial->Draw(s); };
       out.longNames = {english ? fmt::format("Random Binomial with n = {} and p = {}", n(v[0]), n(v[1]))
                                : fmt::format("Random binomiális: n = {}; p = {}", n(v[0]), n(v[1]))};
       out.types[0] = Range(0, v[0], separator);
