@@ -43,6 +43,17 @@ TEST(RowStatistics, AgreeWithRWithMissingCellsAndCodes) {
   }
 }
 
+// Sums of squares minus the squared sum lose every digit of this variance.
+TEST(RowStatistics, VarianceOfValuesFarFromZero) {
+  std::vector<double> values = {1000000.1, 1000000.2, 1000000.3, 1000000.4, 1000000.5};
+  EXPECT_NEAR(*RowStatisticValue(RowStatistic::Variance, values, 0), 0.025, 1e-9);
+  std::vector<double> one = {7};
+  EXPECT_EQ(RowStatisticValue(RowStatistic::SD, one, 2), 0);
+  EXPECT_EQ(RowStatisticValue(RowStatistic::Missing, one, 2), 2);
+  EXPECT_FALSE(RowStatisticValue(RowStatistic::Median, {}, 3));
+  EXPECT_EQ(RowStatisticValue(RowStatistic::Usable, {}, 3), 0);
+}
+
 TEST(RowStatistics, LongNamesInBothLanguagesAndPlacement) {
   MemoryWorkspace m({{"a"}, {"b"}, {"c"}}, {{"1", "2", "3"}});
   EXPECT_EQ(RowStatisticLongName(RowStatistic::Mean, {"a", "b"}, Language::English), "MEAN of variables: a, b");
