@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "support/cli_runner.h"
+#include "support/reference_csv.h"
 
 namespace tarvika {
 namespace {
@@ -37,6 +39,35 @@ TEST_F(TransformCli, CommandsWriteTheProject) {
   EXPECT_NE(project.find("<variables>=12;"), std::string::npos);
   // Pulse 92 rounded to tens; Exer 2 kept; one of Exer 2 and Smoke 1 is a 1.
   EXPECT_NE(project.find("1\t18.5\t18\t18.25\t2\t90\t2\t1\t173\t18.25\t2\t1\r\n"), std::string::npos);
+}
+
+// The statistics of a case on the bundled survey against R on the same data (reference/
+// survey_row_statistics.R); the project saves numbers to 11 decimals.
+TEST_F(TransformCli, CaseStatisticsOfTheSurveyEqualRs) {
+  const std::string out = (folder_ / "out.msw").string();
+  const std::string vars = " --vars Wr.Hnd,NW.Hnd,Pulse,Height,Age --lang en";
+  ASSERT_EQ(Cli("transform " + Survey() + " --function mean --name M --out '" + out + "'" + vars).status, 0);
+  ASSERT_EQ(Cli("transform '" + out + "' --function sd --name S --in-place" + vars).status, 0);
+  ASSERT_EQ(Cli("transform '" + out + "' --function median --name Md --in-place" + vars).status, 0);
+  ASSERT_EQ(Cli("transform '" + out + "' --function usable --name N --in-place" + vars).status, 0);
+  const std::string project = ReadFile(out);
+  std::size_t at = project.find("<datamatrix>=;\r\n");
+  ASSERT_NE(at, std::string::npos);
+  at += 16;
+  const test::ReferenceCsv ref("survey_row_statistics.csv", "transform");
+  for (std::size_t row = 0; row < ref.size(); ++row) {
+    const std::size_t end = project.find("\r\n", at);
+    std::vector<std::string> cells;
+    std::stringstream line(project.substr(at, end - at));
+    for (std::string cell; std::getline(line, cell, '\t');) cells.push_back(cell);
+    at = end + 2;
+    ASSERT_EQ(cells.size(), 13u) << "case " << row + 1;
+    const char* names[] = {"mean", "sd", "median", "usable"};
+    for (int k = 0; k < 4; ++k) {
+      const double want = ref.Number(row, names[k]);
+      EXPECT_NEAR(std::stod(cells[9 + k]), want, 1e-10 * std::max(1.0, want)) << names[k] << " of case " << row + 1;
+    }
+  }
 }
 
 TEST_F(TransformCli, InputErrorsWriteNothing) {
