@@ -395,10 +395,11 @@ bool GenerateColumn(Workspace& ws, const GeneratorInfo& info, const std::vector<
   }
   std::vector<NewTarget> given;
   for (const std::string& name : names) given.push_back({name, "", Placement::End});
-  if (!CheckTargets(ws, given) || !RoomForVariables(ws, static_cast<int>(count))) {
-    if (!RoomForVariables(ws, static_cast<int>(count))) ws.user.Tell(VariableLimitMessage(ws));
+  if (!RoomForVariables(ws, static_cast<int>(count))) {
+    ws.user.Tell(VariableLimitMessage(ws));
     return false;
   }
+  if (!CheckTargets(ws, given)) return false;
   std::vector<LambdaRow> lambdaTable;
   if (info.code == kLambda) lambdaTable = LoadLambdaTable(TableFolder(ws.programFolder));
   const GeneratedVariables made =

@@ -91,6 +91,11 @@ TEST_F(TransformCli, InputErrorsWriteNothing) {
       {"transform " + Survey() + " --function abs --vars Pulse --name P --place same" + to, "--place same"},
       {"transform " + Survey() + " --function abs --vars Pulse --name P --lang en", "--in-place"},
       {"transform " + Survey() + " --function cube --vars Pulse --name P" + to, "--function"},
+      {"transform " + Survey() + " --function abs --vars Pulse --name P --in-place" + to, "--in-place"},
+      {"recode " + Survey() + " --vars Exer --rule \"(a) 1 -> 2\" --into A,B" + to,
+       "Give one new name for each variable to recode."},
+      {"transform " + Survey() + " --function median --vars Pulse --name Age --lang hu --out '" + out + "'",
+       "Minden új változónak egyedi nevet kell adnia."},
   };
   for (const Bad& c : cases) {
     const CliResult r = Cli(c.args);
