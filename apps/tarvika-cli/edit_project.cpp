@@ -2,9 +2,8 @@
 
 #include <iostream>
 
-#include "workspace/declarations.h"
+#include "editing_cli.h"
 #include "workspace/numbers.h"
-#include "workspace/project_file.h"
 
 namespace tarvika::cli {
 
@@ -15,39 +14,24 @@ void AddEditOptions(CLI::App* cmd, EditOptions& options) {
 }
 
 int EditProject(CliContext& context, const EditOptions& options, const std::function<bool(Workspace&)>& edit) {
-  auto session = StartSession(context);
-  if (!session) return kProgramError;
-  Workspace& ws = session->ws;
   if (options.out.empty() == !options.inPlace) {
-    std::cerr << ws.Text("Give either --out FILE or --in-place.", "Adja meg vagy a --out FÁJL, vagy az --in-place kapcsolót.")
+    std::cerr << Pick(context.ChosenLanguage().value_or(Language::English), "Give either --out FILE or --in-place.",
+                      "Adja meg vagy a --out FÁJL, vagy az --in-place kapcsolót.")
               << '\n';
     return kInputError;
   }
-  const std::size_t toldBefore = context.user.told.size();
-  if (LoadProject(ws, options.project) != LoadResult::Loaded) {
-    if (context.user.told.size() == toldBefore) {
-      std::cerr << ws.Text("The project can't be read: ", "A projekt nem olvasható: ") << options.project << '\n';
-    }
-    return kInputError;
-  }
-  ValidateDeclarations(ws);
-  if (!edit(ws)) return kInputError;
-  const std::string& target = options.inPlace ? options.project : options.out;
-  if (!SaveProject(ws, target)) {
-    std::cerr << ws.Text("Can't write ", "Nem írható: ") << target << '\n';
-    return kProgramError;
-  }
-  return 0;
+  auto session = OpenForEditing(context, options.project);
+  if (!session) return context.exitCode;
+  if (!edit(session->ws)) return kInputError;
+  SaveResult(context, session->ws, options.inPlace ? options.project : options.out);
+  return context.exitCode;
 }
 
 std::optional<std::vector<int>> VariablesNamed(Workspace& ws, const std::vector<std::string>& names) {
   std::vector<int> variables;
   for (const std::string& name : names) {
-    const int v = ws.vars.VariableIndex(name);
-    if (v < 1) {
-      ws.user.Tell(std::string(ws.Text("Unknown variable: ", "Ismeretlen változó: ")) + name);
-      return std::nullopt;
-    }
+    const int v = VariableByName(ws, name);
+    if (v == 0) return std::nullopt;
     variables.push_back(v);
   }
   return variables;

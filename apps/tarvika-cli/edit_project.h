@@ -1,7 +1,7 @@
 #pragma once
-// What the commands that change a project share (transform, random, recode, count): the
-// options --out and --in-place, the start and load, the names of variables, and the save
-// that happens only when the change went through.
+// What the commands that derive variables share (transform, random, recode, count), beside
+// the editing commands' helpers: the options --out and --in-place, and one run of an edit
+// between the load and a save that happens only when the edit went through.
 
 #include <CLI/CLI.hpp>
 
@@ -24,12 +24,11 @@ struct EditOptions {
 // The positional project and the options --out and --in-place.
 void AddEditOptions(CLI::App* cmd, EditOptions& options);
 
-// Starts the session, loads and validates the project, runs `edit` and writes the project
-// to --out (or back); nothing is written when `edit` returns false. The exit status.
+// Loads the project (OpenForEditing), runs `edit` and writes the project to --out (or back);
+// nothing is written when `edit` returns false. The exit status.
 int EditProject(CliContext& context, const EditOptions& options, const std::function<bool(Workspace&)>& edit);
 
-// The variables of the short names, in order; tells the first unknown name and returns
-// nullopt.
+// The variables of the short names, in order; nullopt after telling the first unknown one.
 std::optional<std::vector<int>> VariablesNamed(Workspace& ws, const std::vector<std::string>& names);
 
 // A number of a parameter, held to four decimals, either decimal separator; tells

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli_context.h"
+#include "editing_cli.h"
 
 int main(int argc, char** argv) {
   tarvika::cli::CliContext context;
@@ -23,6 +24,11 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterResave(app, context);
   tarvika::cli::RegisterSettingsCommands(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
+  tarvika::cli::RegisterShapeCommands(app, context);
+  tarvika::cli::RegisterSortCommand(app, context);
+  tarvika::cli::RegisterFindCommand(app, context);
+  tarvika::cli::RegisterMergeSplitCommands(app, context);
+  tarvika::cli::RegisterVerifyCommand(app, context);
   tarvika::cli::RegisterTransformCommand(app, context);
   tarvika::cli::RegisterRandomCommand(app, context);
   tarvika::cli::RegisterRecodeCommand(app, context);
