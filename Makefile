@@ -46,6 +46,7 @@ asan: deps
 # Regenerates the statistical table files of data/stattab from exact computations.
 stattab: build
 	$(BUILD)/tools/stattab/make_stattab data/stattab
+	$(BUILD)/tools/lambda/make_lambda data/stattab
 
 gui: build
 	$(PROGRAM)/tarvika

@@ -59,6 +59,10 @@ void RegisterRunCommand(CLI::App& app, CliContext& context);
 void RegisterInfo(CLI::App& app, CliContext& context);
 void RegisterResave(CLI::App& app, CliContext& context);
 void RegisterSettingsCommands(CLI::App& app, CliContext& context);
+void RegisterTransformCommand(CLI::App& app, CliContext& context);
+void RegisterRandomCommand(CLI::App& app, CliContext& context);
+void RegisterRecodeCommand(CLI::App& app, CliContext& context);
+void RegisterCountCommand(CLI::App& app, CliContext& context);
 
 // What a command needs of the program folder beyond what every command needs.
 enum class Needs { Settings, Tables };

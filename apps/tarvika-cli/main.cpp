@@ -29,6 +29,10 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterFindCommand(app, context);
   tarvika::cli::RegisterMergeSplitCommands(app, context);
   tarvika::cli::RegisterVerifyCommand(app, context);
+  tarvika::cli::RegisterTransformCommand(app, context);
+  tarvika::cli::RegisterRandomCommand(app, context);
+  tarvika::cli::RegisterRecodeCommand(app, context);
+  tarvika::cli::RegisterCountCommand(app, context);
 
   try {
     app.parse(argc, argv);

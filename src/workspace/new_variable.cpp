@@ -28,7 +28,7 @@ std::string NewVariableName(const Workspace& ws, std::string_view base) {
 }
 
 int NewVariable(Workspace& ws, std::string_view name, std::string_view longName, const std::vector<std::string>& cells,
-                int place) {
+                int place, std::string_view type) {
   if (!RoomForVariables(ws, 1)) return 0;
   const int last = ws.NumberOfVariables() + 1;
   const int v = place >= 1 && place < last ? place : last;
@@ -37,7 +37,7 @@ int NewVariable(Workspace& ws, std::string_view name, std::string_view longName,
   ws.data.SetCell(v, 0, name);
   ws.vars.SetCell(kShortName, v, name);
   ws.vars.SetCell(kLongName, v, longName);
-  ws.vars.SetCell(kType, v, "num=0_0;");
+  ws.vars.SetCell(kType, v, type);
   ws.vars.SetCell(kGroupType, v, GroupTypeWord(GroupKind::None, ws.language));
   for (int r = v; r <= ws.NumberOfVariables(); ++r) ws.vars.SetCell(kIndex, r, std::to_string(r));
   const int cases = ws.NumberOfCases();

@@ -24,10 +24,10 @@ std::string VariableLimitMessage(const Workspace& ws);
 std::string NewVariableName(const Workspace& ws, std::string_view base);
 
 // Inserts a variable before column `place` (0 or beyond the last: appended) with the type
-// "num=0_0;" and the group type none, and fills its cells: cells[r - 1] for case r, empty
-// where cells is short. Returns the new column, or 0 when the variable limit is reached
-// (nothing changes then).
+// "num=0_0;" (or the one given) and the group type none, and fills its cells: cells[r - 1]
+// for case r, empty where cells is short. Returns the new column, or 0 when the variable
+// limit is reached (nothing changes then).
 int NewVariable(Workspace& ws, std::string_view name, std::string_view longName, const std::vector<std::string>& cells,
-                int place = 0);
+                int place = 0, std::string_view type = "num=0_0;");
 
 }  // namespace tarvika
