@@ -59,6 +59,8 @@ void RegisterRunCommand(CLI::App& app, CliContext& context);
 void RegisterInfo(CLI::App& app, CliContext& context);
 void RegisterResave(CLI::App& app, CliContext& context);
 void RegisterSettingsCommands(CLI::App& app, CliContext& context);
+void RegisterImportCommand(CLI::App& app, CliContext& context);
+void RegisterExportCommand(CLI::App& app, CliContext& context);
 
 // What a command needs of the program folder beyond what every command needs.
 enum class Needs { Settings, Tables };

@@ -23,6 +23,8 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterResave(app, context);
   tarvika::cli::RegisterSettingsCommands(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
+  tarvika::cli::RegisterImportCommand(app, context);
+  // EXPORT
 
   try {
     app.parse(argc, argv);

@@ -80,6 +80,10 @@ std::string FormatFixed(double value, int decimals);
 // Texts of one character are returned as they are. nullopt when the text is no number.
 std::optional<std::string> CleanNumber(std::string_view text, char separator);
 
+// A numeric field as the tables hold it: cleaned, and its first "." (or else its first ",")
+// in the local separator. A text that is no number is kept as it is.
+void CleanNumericField(std::string& field, char separator);
+
 // True when CleanNumber would print the text back unchanged apart from its decimal
 // separator ("." or ","): an optional "-", digits without a leading zero, at most 11
 // decimals without a trailing zero, at most 13 significant digits, and no value below

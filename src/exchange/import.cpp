@@ -1,0 +1,73 @@
+#include "exchange/import.h"
+
+#include <filesystem>
+
+#include "exchange/import_table.h"
+#include "exchange/text_import.h"
+#include "lang/utf8.h"
+#include "workspace/project_file.h"
+#include "workspace/workspace.h"
+
+namespace tarvika {
+
+namespace {
+
+std::string LowerExtension(const std::string& path) {
+  return FoldCase(std::filesystem::path(path).extension().string());
+}
+
+// Without a header row the variables are "var1", "var2", ...
+void NameByNumber(ImportTable& table) {
+  for (int c = 0; c < table.Columns(); ++c) table.Variable(c).name = "var" + std::to_string(c + 1);
+}
+
+void ImportText(Workspace& ws, const std::string& path, const ImportOptions& options, ImportTable& table) {
+  const std::string text = ReadTextAsUtf8(ws, path);
+  char delimiter = LowerExtension(path) == ".csv" ? ',' : '\t';
+  if (options.delimiter) {
+    delimiter = *options.delimiter;
+  } else if (auto preset = PresetDelimiter(text)) {
+    delimiter = *preset;
+  }
+  const int cases = ReadDelimited(ws, text, delimiter, options.headerRow, table);
+  if (!options.headerRow) NameByNumber(table);
+  table.Install(ws, cases, true);
+}
+
+}  // namespace
+
+bool IsImportable(const std::string& path) {
+  const std::string ext = LowerExtension(path);
+  for (const char* known : {".csv", ".txt", ".tsv", ".xlsx", ".xls", ".sav", ".por"}) {
+    if (ext == known) return true;
+  }
+  return false;
+}
+
+bool ImportFile(Workspace& ws, const std::string& path, const ImportOptions& options) {
+  const std::string ext = LowerExtension(path);
+  ImportTable table(ws.decimalSeparator);
+  // Readers throw before ImportTable::Install touches the workspace, so a failure leaves it as it was.
+  ws.busy = true;
+  try {
+    if (ext == ".csv" || ext == ".txt" || ext == ".tsv") {
+      ImportText(ws, path, options, table);
+    } else {
+      throw ImportError{std::string(ws.Text("This kind of file can't be imported: ", "Ez a fájlfajta nem importálható: ")) + path};
+    }
+  } catch (const ImportError& e) {
+    ws.busy = false;
+    ws.ShowProgress("");
+    ws.user.Tell(std::string(ws.Text("Unsuccessful data input.", "Sikertelen adatfájl input.")) + "\r\n" + e.message);
+    return false;
+  }
+  ws.busy = false;
+  ws.ShowProgress("");
+  ws.SetCurrentFile("");
+  ws.suggestedOutputFile = SuggestedOutputFile(WithExtension(path, ".msw"));
+  ws.knownFile.clear();
+  ws.knownFileIdentity.reset();
+  return true;
+}
+
+}  // namespace tarvika
