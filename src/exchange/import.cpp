@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "exchange/import_table.h"
+#include "exchange/spss_import.h"
 #include "exchange/text_import.h"
 #include "lang/utf8.h"
 #include "workspace/project_file.h"
@@ -34,6 +35,13 @@ void ImportText(Workspace& ws, const std::string& path, const ImportOptions& opt
   table.Install(ws, cases, true);
 }
 
+void ImportSpss(Workspace& ws, const std::string& path, bool portable, ImportTable& table) {
+  const SpssReadNotes notes = portable ? ReadPorFile(ws, path, table) : ReadSavFile(ws, path, table);
+  table.Install(ws, notes.cases, false);
+  if (portable) ws.user.Tell(ws.Text("The SPSS portable file has been successfully loaded.", "Az SPSS portable fájl betöltése sikerült."));
+  if (const std::string warning = SpssReadWarning(ws, notes); !warning.empty()) ws.user.Tell(warning);
+}
+
 }  // namespace
 
 bool IsImportable(const std::string& path) {
@@ -52,6 +60,8 @@ bool ImportFile(Workspace& ws, const std::string& path, const ImportOptions& opt
   try {
     if (ext == ".csv" || ext == ".txt" || ext == ".tsv") {
       ImportText(ws, path, options, table);
+    } else if (ext == ".sav" || ext == ".por") {
+      ImportSpss(ws, path, ext == ".por", table);
     } else {
       throw ImportError{std::string(ws.Text("This kind of file can't be imported: ", "Ez a fájlfajta nem importálható: ")) + path};
     }
