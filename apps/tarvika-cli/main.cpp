@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterSettingsCommands(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
   tarvika::cli::RegisterImportCommand(app, context);
-  // EXPORT
+  tarvika::cli::RegisterExportCommand(app, context);
 
   try {
     app.parse(argc, argv);

@@ -32,7 +32,7 @@ meta <- do.call(rbind, lapply(names(back), function(n) {
   x <- back[[n]]
   labs <- attr(x, "labels")
   data.frame(name = n,
-             label = if (is.null(attr(x, "label"))) "" else attr(x, "label"),
+             label = if (is.null(attr(x, "label", exact = TRUE))) "" else attr(x, "label"),
              labels = if (is.null(labs)) "" else paste0(unname(labs), "=", names(labs), collapse = "|"),
              na_values = paste(attr(x, "na_values"), collapse = "|"),
              na_range = paste(attr(x, "na_range"), collapse = "|"),
