@@ -4,6 +4,7 @@
 
 #include "exchange/import_table.h"
 #include "exchange/spss_import.h"
+#include "exchange/spreadsheet_import.h"
 #include "exchange/text_import.h"
 #include "lang/utf8.h"
 #include "workspace/project_file.h"
@@ -35,6 +36,14 @@ void ImportText(Workspace& ws, const std::string& path, const ImportOptions& opt
   table.Install(ws, cases, true);
 }
 
+void ImportSheet(Workspace& ws, const std::string& path, const ImportOptions& options, bool legacy, ImportTable& table) {
+  std::vector<SheetCell> cells =
+      legacy ? ReadXlsSheet(ws, path, options.sheet) : ReadXlsxSheet(ws, path, options.sheet);
+  const int cases = FillFromSheet(ws, cells, options.headerRow, table);
+  if (!options.headerRow) NameByNumber(table);
+  table.Install(ws, cases, true);
+}
+
 void ImportSpss(Workspace& ws, const std::string& path, bool portable, ImportTable& table) {
   const SpssReadNotes notes = portable ? ReadPorFile(ws, path, table) : ReadSavFile(ws, path, table);
   table.Install(ws, notes.cases, false);
@@ -58,8 +67,15 @@ bool ImportFile(Workspace& ws, const std::string& path, const ImportOptions& opt
   // Readers throw before ImportTable::Install touches the workspace, so a failure leaves it as it was.
   ws.busy = true;
   try {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+      throw ImportError{std::string(ws.Text("File specified to load does not exist.", "A megadott fájl nem létezik, ezért nem lehet betölteni.")) +
+                        " (" + path + ")"};
+    }
     if (ext == ".csv" || ext == ".txt" || ext == ".tsv") {
       ImportText(ws, path, options, table);
+    } else if (ext == ".xlsx" || ext == ".xls") {
+      ImportSheet(ws, path, options, ext == ".xls", table);
     } else if (ext == ".sav" || ext == ".por") {
       ImportSpss(ws, path, ext == ".por", table);
     } else {
