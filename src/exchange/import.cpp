@@ -24,7 +24,8 @@ void NameByNumber(ImportTable& table) {
 }
 
 void ImportText(Workspace& ws, const std::string& path, const ImportOptions& options, ImportTable& table) {
-  const std::string text = ReadTextAsUtf8(ws, path);
+  const Utf8Text file(ws, path);
+  const std::string_view text = file.view();
   char delimiter = LowerExtension(path) == ".csv" ? ',' : '\t';
   if (options.delimiter) {
     delimiter = *options.delimiter;

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <unordered_set>
 
@@ -22,7 +24,19 @@ std::string_view TrimBlanks(std::string_view s) {
 
 bool OnlyStars(std::string_view s) { return !s.empty() && s.find_first_not_of('*') == std::string_view::npos; }
 
-bool HasLineBreakOrTab(std::string_view s) { return s.find_first_of("\t\r\n") != std::string_view::npos; }
+bool HasLineBreakOrTab(std::string_view s) {
+  for (char c : s) {
+    if (c == '\t' || c == '\r' || c == '\n') return true;
+  }
+  return false;
+}
+
+// Characters of UTF-8 text: the bytes that don't continue a character.
+std::size_t CharacterCount(std::string_view s) {
+  std::size_t n = 0;
+  for (char c : s) n += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  return n;
+}
 
 // A cell can hold no tab or line end: they separate fields and records of the project file.
 std::string_view WithoutBreaks(std::string_view s, std::string& scratch) {
@@ -34,18 +48,39 @@ std::string_view WithoutBreaks(std::string_view s, std::string& scratch) {
   return scratch;
 }
 
-std::optional<double> ParseField(std::string_view s, char sep) {
-  if (auto v = ParsePlainDecimal(s, '.')) return v;
-  if (auto v = ParsePlainDecimal(s, ',')) return v;
-  return ParseEitherSeparator(s, sep);
-}
-
 }  // namespace
+
+std::string FormatImportedNumber(double value, char separator) {
+  const double a = std::fabs(value);
+  char buf[32];
+  if (a < 1e15 && value == std::trunc(value)) {
+    const auto end = std::to_chars(buf, buf + sizeof buf, static_cast<long long>(value)).ptr;
+    return std::string(buf, end);
+  }
+  if (a >= 1e-4 && a < 1e15) {
+    // Fifteen significant digits without trailing zeros, as the general format prints them.
+    const auto res = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general, 15);
+    std::string_view text(buf, static_cast<std::size_t>(res.ptr - buf));
+    if (res.ec == std::errc() && text.find('e') == std::string_view::npos) {
+      std::string s(text);
+      if (separator != '.') std::replace(s.begin(), s.end(), '.', separator);
+      return s;
+    }
+  }
+  return FormatGeneral(value, separator);
+}
 
 void ImportTable::EnsureColumns(int n) {
   if (n <= Columns()) return;
   columns_.resize(static_cast<std::size_t>(n));
   data_.SetColCount(n + 1);
+}
+
+void ImportTable::ReserveRows(int rows) {
+  if (rows + 1 > rowCapacity_) {
+    rowCapacity_ = rows + 1;
+    data_.SetRowCount(rowCapacity_);
+  }
 }
 
 void ImportTable::EnsureRows(int r) {
@@ -65,25 +100,29 @@ void ImportTable::Note(Column& col, double value) {
   }
 }
 
-void ImportTable::SetText(int c, int r, std::string_view field) {
+void ImportTable::SetText(int c, int r, std::string_view field, bool mayHoldBreaks) {
   field = TrimBlanks(field);
-  if (field.empty() || OnlyStars(field)) return;
-  field = WithoutBreaks(field, scratch_);
+  if (field.empty() || (field[0] == '*' && OnlyStars(field))) return;
+  if (mayHoldBreaks) field = WithoutBreaks(field, scratch_);
   EnsureColumns(c + 1);
   EnsureRows(r + 1);
   Column& col = columns_[c];
-  col.longest = std::max(col.longest, Utf8Length(field));
+  bool numeric = false;
   if (!col.isString) {
-    if (auto v = ParseField(field, sep_)) {
+    // The common number of a file: a plain decimal with "." (then its text is ASCII).
+    if (auto v = ParsePlainDecimal(field, '.')) {
+      numeric = true;
       Note(col, *v);
-      if (!col.needsCleaning) {
-        const std::size_t p = field.find_first_of(".,");
-        col.needsCleaning = !IsCleanNumber(field) || (p != std::string_view::npos && field[p] != sep_);
-      }
+      if (!col.needsCleaning) col.needsCleaning = !IsCleanNumber(field) || (sep_ != '.' && field.find('.') != field.npos);
+    } else if (auto w = ParseEitherSeparator(field, sep_)) {
+      numeric = true;
+      Note(col, *w);
+      col.needsCleaning = true;
     } else {
       col.isString = true;
     }
   }
+  col.longest = std::max(col.longest, numeric ? field.size() : CharacterCount(field));
   data_.SetCell(c + 1, r + 1, field);
 }
 
@@ -92,7 +131,7 @@ void ImportTable::SetNumber(int c, int r, double value) {
   EnsureRows(r + 1);
   Column& col = columns_[c];
   Note(col, value);
-  const std::string text = FormatGeneral(value, sep_);
+  const std::string text = FormatImportedNumber(value, sep_);
   col.longest = std::max(col.longest, text.size());
   data_.SetCell(c + 1, r + 1, text);
 }
@@ -103,7 +142,7 @@ void ImportTable::SetString(int c, int r, std::string_view text) {
   text = WithoutBreaks(text, scratch_);
   EnsureRows(r + 1);
   Column& col = columns_[c];
-  col.longest = std::max(col.longest, Utf8Length(text));
+  col.longest = std::max(col.longest, CharacterCount(text));
   data_.SetCell(c + 1, r + 1, text);
 }
 

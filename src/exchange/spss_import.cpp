@@ -76,6 +76,7 @@ int OnMetadata(readstat_metadata_t* metadata, void* ctx) {
   const int cases = readstat_get_row_count(metadata);
   const int variables = readstat_get_var_count(metadata);
   r.declaredCases = cases;
+  if (cases > 0) r.table.ReserveRows(std::min(cases, kMaxCases));
   if (cases > kMaxCases) {
     r.ws.user.Tell(fmt::format(fmt::runtime(r.ws.Text("Number of cases: {0} > {1}. Only the first {1} cases will be loaded.",
                                                       "Az esetek száma: {0} > {1}. Csak az első {1} esetet (adatsort) olvassuk be.")),
