@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <readstat.h>
+
+#include <cstdio>
 #include <filesystem>
 
 #include "import_fixture.h"
@@ -75,6 +78,57 @@ TEST_F(SpssImport, HavensCellsAndDeclarationsArrive) {
             "WARNING! If a short variable name ends with ***, it indicates that the original SPSS name is longer than "
             "8 characters. The SPSS name stands then in the beginning of the long variable name.\r\n"
             "2 variables at least one group label is longer than 12 characters.\n");
+}
+
+// A portable file written by ReadStat's own writer: two numeric variables (labels, a missing
+// code and a missing range) and a string one.
+void WritePortable(const std::string& path) {
+  std::FILE* out = std::fopen(path.c_str(), "wb");
+  readstat_writer_t* w = readstat_writer_init();
+  readstat_set_data_writer(w, [](const void* data, size_t len, void* ctx) -> ssize_t {
+    return static_cast<ssize_t>(std::fwrite(data, 1, len, static_cast<std::FILE*>(ctx)));
+  });
+  readstat_label_set_t* labels = readstat_add_label_set(w, READSTAT_TYPE_DOUBLE, "grade");
+  readstat_label_double_value(labels, 1, "low; or/worse");
+  readstat_label_double_value(labels, 2, "high");
+  readstat_variable_t* grade = readstat_add_variable(w, "GRADE", READSTAT_TYPE_DOUBLE, 0);
+  readstat_variable_set_label(grade, "Grade of the pupil");
+  readstat_variable_set_label_set(grade, labels);
+  readstat_variable_add_missing_double_value(grade, 9);
+  readstat_variable_t* age = readstat_add_variable(w, "AGE", READSTAT_TYPE_DOUBLE, 0);
+  readstat_variable_add_missing_double_range(age, 900, 999);
+  readstat_variable_t* town = readstat_add_variable(w, "TOWN", READSTAT_TYPE_STRING, 8);
+  ASSERT_EQ(readstat_begin_writing_por(w, out, 3), READSTAT_OK);
+  const double grades[] = {1, 2, 9}, ages[] = {14.5, 999, 16};
+  const char* towns[] = {"Pecs", "", "Eger"};
+  for (int r = 0; r < 3; ++r) {
+    readstat_begin_row(w);
+    readstat_insert_double_value(w, grade, grades[r]);
+    readstat_insert_double_value(w, age, ages[r]);
+    readstat_insert_string_value(w, town, towns[r]);
+    readstat_end_row(w);
+  }
+  ASSERT_EQ(readstat_end_writing(w), READSTAT_OK);
+  readstat_writer_free(w);
+  std::fclose(out);
+}
+
+TEST_F(SpssImport, PortableFile) {
+  const std::string path = (folder.path() / "pupils.por").string();
+  WritePortable(path);
+  ASSERT_TRUE(Import(path)) << Told();
+  EXPECT_EQ(Names(), (std::vector<std::string>{"GRADE", "AGE", "TOWN"}));
+  ASSERT_EQ(ws.NumberOfCases(), 3);
+  EXPECT_EQ(Cell(1, 3), "9");
+  EXPECT_EQ(Cell(2, 1), "14.5");
+  EXPECT_EQ(Cell(3, 2), "");
+  EXPECT_EQ(Decl(kLongName, 1), "Grade of the pupil");
+  EXPECT_EQ(Decl(kGroupLabels, 1), "1=low, or,worse;/2=high;/");
+  EXPECT_EQ(Decl(kMissing, 1), "9");
+  EXPECT_EQ(Decl(kMissing, 2), "900_999");
+  EXPECT_EQ(Decl(kType, 3), "string=4;");
+  EXPECT_EQ(Told(), "The SPSS portable file has been successfully loaded.\n"
+                    "1 variables at least one group label is longer than 12 characters.\n");
 }
 
 TEST_F(SpssImport, MissingForeignAndDamagedFilesAreRefused) {
