@@ -71,21 +71,20 @@ std::vector<Recode> Recodes(const Workspace& ws) {
   return recodes;
 }
 
-std::string MissingList(const MissingCodes& m) {
-  switch (m.count) {
-    case 1:
-      return Num(m.lo);
-    case 2:
-      return Num(m.lo) + ", " + Num(m.hi);
-    case 3:
-      return Num(m.lo) + ", " + Num(m.hi) + ", " + Num(m.extra);
-    case 4:
-      return Num(m.lo) + " thru " + Num(m.hi);
-    case 5:
-      return Num(m.lo) + " thru " + Num(m.hi) + ", " + Num(m.extra);
-    default:
-      return {};
+// The missing codes in the words of SPSS: "9/99" -> "9, 99", "90_99/-1" -> "90 thru 99, -1".
+std::string MissingList(std::string_view declaration, char sep) {
+  const MissingParse parsed = ParseMissingText(declaration, sep);
+  std::string list;
+  for (char c : parsed.canonical) {
+    if (c == '/') {
+      list += ", ";
+    } else if (c == '_') {
+      list += " thru ";
+    } else {
+      list += c == sep ? '.' : c;
+    }
   }
+  return list;
 }
 
 struct SavContext {
@@ -138,7 +137,7 @@ std::vector<ExportColumn> ExportLayout(const Workspace& ws) {
   return layout;
 }
 
-std::string SpssSyntax(Workspace& ws, const std::vector<ExportColumn>& layout, const std::string& dataPath) {
+std::string SpssSyntax(const Workspace& ws, const std::vector<ExportColumn>& layout, const std::string& dataPath) {
   const int n = static_cast<int>(layout.size());
   std::string s = "DATA LIST FILE '" + dataPath + "' ENCODING='UTF8' /\n";
   for (int i = 0; i < n; ++i) {
@@ -163,11 +162,9 @@ std::string SpssSyntax(Workspace& ws, const std::vector<ExportColumn>& layout, c
   command("VARIABLE LABELS", entries, "\n /");
 
   entries.clear();
-  const std::vector<MissingCodes> missing = ParseMissing(ws);
   for (int v = 1; v <= n; ++v) {
-    if (!layout[v - 1].isString && missing[v].count > 0) {
-      entries.push_back(layout[v - 1].name + " (" + MissingList(missing[v]) + ")");
-    }
+    const std::string list = MissingList(ws.vars.GetCell(kMissing, v), ws.decimalSeparator);
+    if (!layout[v - 1].isString && !list.empty()) entries.push_back(layout[v - 1].name + " (" + list + ")");
   }
   command("MISSING VALUES", entries, "\n /");
 

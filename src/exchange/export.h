@@ -34,7 +34,7 @@ std::vector<ExportColumn> ExportLayout(const Workspace& ws);
 bool ExportToSpss(Workspace& ws, const std::string& dataPath, const std::string& syntaxPath);
 
 // The syntax text that reads dataPath (for the tests and ExportToSpss).
-std::string SpssSyntax(Workspace& ws, const std::vector<ExportColumn>& layout, const std::string& dataPath);
+std::string SpssSyntax(const Workspace& ws, const std::vector<ExportColumn>& layout, const std::string& dataPath);
 
 // An SPSS data file; timestamp, when given, replaces the time of writing (for files that
 // must come out byte for byte the same). False after telling the person.

@@ -2,8 +2,8 @@
 # (one with ";" and "/", one longer than 12 characters), user-missing codes, a missing
 # range with a code, long names that share their first characters, a string variable with
 # accented letters, decimals and system-missing values. Then reads it back with haven and
-# writes what haven sees (cells with user-missing values kept, and the declarations) as the
-# reference the tests compare with. Run once from this folder: Rscript make_labelled_sav.R
+# writes what haven sees (labelled_cells.csv, labelled_declarations.csv) as the reference
+# the tests compare with. Run once from this folder: Rscript make_labelled_sav.R
 library(haven)
 
 d <- data.frame(id = 1:6)
@@ -20,22 +20,5 @@ d$weight <- c(0.123456, 1e6, NA, 12.5, -3, 7)
 
 write_sav(d, "labelled.sav")
 
-back <- read_sav("labelled.sav", user_na = TRUE)
-cells <- data.frame(lapply(back, function(x) {
-  v <- as.vector(unclass(x))
-  if (!is.numeric(v)) return(v)
-  vapply(v, function(e) if (is.na(e)) "" else format(e, digits = 15, scientific = FALSE), "")
-}), check.names = FALSE, stringsAsFactors = FALSE)
-write.csv(cells, "labelled_cells.csv", row.names = FALSE, fileEncoding = "UTF-8")
-
-meta <- do.call(rbind, lapply(names(back), function(n) {
-  x <- back[[n]]
-  labs <- attr(x, "labels")
-  data.frame(name = n,
-             label = if (is.null(attr(x, "label", exact = TRUE))) "" else attr(x, "label"),
-             labels = if (is.null(labs)) "" else paste0(unname(labs), "=", names(labs), collapse = "|"),
-             na_values = paste(attr(x, "na_values"), collapse = "|"),
-             na_range = paste(attr(x, "na_range"), collapse = "|"),
-             stringsAsFactors = FALSE)
-}))
-write.csv(meta, "labelled_declarations.csv", row.names = FALSE, fileEncoding = "UTF-8")
+source("haven_view.R")
+write_haven_view("labelled.sav", "labelled")
