@@ -34,7 +34,7 @@ void ImportText(Workspace& ws, const std::string& path, const ImportOptions& opt
   }
   const int cases = ReadDelimited(ws, text, delimiter, options.headerRow, table);
   if (!options.headerRow) NameByNumber(table);
-  table.Install(ws, cases, true);
+  table.Install(ws, cases);
 }
 
 void ImportSheet(Workspace& ws, const std::string& path, const ImportOptions& options, bool legacy, ImportTable& table) {
@@ -42,12 +42,12 @@ void ImportSheet(Workspace& ws, const std::string& path, const ImportOptions& op
       legacy ? ReadXlsSheet(ws, path, options.sheet) : ReadXlsxSheet(ws, path, options.sheet);
   const int cases = FillFromSheet(ws, cells, options.headerRow, table);
   if (!options.headerRow) NameByNumber(table);
-  table.Install(ws, cases, true);
+  table.Install(ws, cases);
 }
 
 void ImportSpss(Workspace& ws, const std::string& path, bool portable, ImportTable& table) {
   const SpssReadNotes notes = portable ? ReadPorFile(ws, path, table) : ReadSavFile(ws, path, table);
-  table.Install(ws, notes.cases, false);
+  table.Install(ws, notes.cases);
   if (portable) ws.user.Tell(ws.Text("The SPSS portable file has been successfully loaded.", "Az SPSS portable fájl betöltése sikerült."));
   if (const std::string warning = SpssReadWarning(ws, notes); !warning.empty()) ws.user.Tell(warning);
 }

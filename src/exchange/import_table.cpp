@@ -162,7 +162,7 @@ void ImportTable::CleanNumericColumn(int c, int cases) {
   }
 }
 
-void ImportTable::Install(Workspace& ws, int cases, bool indexDots) {
+void ImportTable::Install(Workspace& ws, int cases) {
   const int n = Columns();
   if (n == 0 || cases == 0) {
     throw ImportError{std::string(ws.Text("The file holds no data.", "A fájlban nincs adat."))};
@@ -190,7 +190,7 @@ void ImportTable::Install(Workspace& ws, int cases, bool indexDots) {
     const int v = c + 1;
     std::string name(TrimBlanks(col.decl.name));
     if (name.empty()) name = fmt::format("Var00{}", ++unnamed);
-    vars.SetCell(kIndex, v, indexDots ? fmt::format("{}.", v) : std::to_string(v));
+    vars.SetCell(kIndex, v, fmt::format("{}.", v));
     vars.SetCell(kShortName, v, name);
     vars.SetCell(kLongName, v, col.decl.longName);
     std::string type;

@@ -53,11 +53,11 @@ class ImportTable {
   }
 
   // Replaces the workspace by the table of the given number of cases: the header row, the
-  // case numbers, "N." in the index column when indexDots, a type per column ("num=lo_hi;"
+  // case numbers, "N." in the index column (the mark of an imported table), a type per column ("num=lo_hi;"
   // from the values, or "string=" the longest text), group type "codes" where labels were
   // read, names made unique. Throws ImportError when there is no case or variable, or more
   // than a workspace holds.
-  void Install(Workspace& ws, int cases, bool indexDots);
+  void Install(Workspace& ws, int cases);
 
  private:
   struct Column {
