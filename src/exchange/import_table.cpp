@@ -151,6 +151,11 @@ void ImportTable::DeclareString(int c) {
   columns_[c].isString = true;
 }
 
+void ImportTable::DeclareDate(int c) {
+  DeclareString(c);
+  columns_[c].isDate = true;
+}
+
 void ImportTable::CleanNumericColumn(int c, int cases) {
   std::string field;
   for (int r = 1; r <= cases; ++r) {
@@ -194,7 +199,9 @@ void ImportTable::Install(Workspace& ws, int cases) {
     vars.SetCell(kShortName, v, name);
     vars.SetCell(kLongName, v, col.decl.longName);
     std::string type;
-    if (col.isString) {
+    if (col.isDate) {
+      type = "date=;";
+    } else if (col.isString) {
       type = fmt::format("string={};", col.longest);
     } else {
       // The range holds every value read, so the type control accepts the imported cells.

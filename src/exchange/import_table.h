@@ -41,6 +41,8 @@ class ImportTable {
   void SetString(int c, int r, std::string_view text);
   // A column that the file declares as text, whatever its cells look like.
   void DeclareString(int c);
+  // A column of dates ("date=;"); its cells are set with SetString.
+  void DeclareDate(int c);
 
   // Variables known so far (the widest row or the declared ones).
   int Columns() const { return static_cast<int>(columns_.size()); }
@@ -53,9 +55,9 @@ class ImportTable {
   }
 
   // Replaces the workspace by the table of the given number of cases: the header row, the
-  // case numbers, "N." in the index column (the mark of an imported table), a type per column ("num=lo_hi;"
-  // from the values, or "string=" the longest text), group type "codes" where labels were
-  // read, names made unique. Throws ImportError when there is no case or variable, or more
+  // case numbers, "N." in the index column (the mark of an imported table), a type per
+  // column ("num=lo_hi;" from the values, "string=" the longest text, or "date=;"), group
+  // type "codes" where labels were read, names made unique. Throws ImportError when there is no case or variable, or more
   // than a workspace holds.
   void Install(Workspace& ws, int cases);
 
@@ -63,6 +65,7 @@ class ImportTable {
   struct Column {
     ImportedVariable decl;
     bool isString = false;
+    bool isDate = false;
     bool anyValue = false;
     bool needsCleaning = false;  // a numeric field not yet in the form the tables hold
     double lo = 0, hi = 0;

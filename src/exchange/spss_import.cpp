@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -24,6 +25,43 @@ struct ValueLabel {
   std::string label;
 };
 
+// SPSS keeps dates as seconds since the start of the Gregorian calendar (14 October 1582).
+constexpr double kSecondsTo1970 = 12219379200.0;
+
+// The kind of an SPSS print format: a date (DATE11, ADATE10, ...), a date and time, or neither.
+enum class DateKind { None, Date, DateTime };
+
+DateKind DateKindOf(const char* format) {
+  const std::string f = format ? format : "";
+  if (f.rfind("DATETIME", 0) == 0 || f.rfind("YMDHMS", 0) == 0) return DateKind::DateTime;
+  for (const char* prefix : {"DATE", "ADATE", "EDATE", "SDATE", "JDATE"}) {
+    if (f.rfind(prefix, 0) == 0) return DateKind::Date;
+  }
+  return DateKind::None;
+}
+
+// "YYYY-MM-DD" (and " HH:MM:SS") of SPSS seconds; the civil date of a day count from
+// 1970-01-01 by the proleptic Gregorian calendar (H. Hinnant's days-to-civil algorithm).
+std::string DateText(double spssSeconds, DateKind kind) {
+  const double unix = spssSeconds - kSecondsTo1970;
+  const long long days = static_cast<long long>(std::floor(unix / 86400.0));
+  const long long z = days + 719468;
+  const long long era = (z >= 0 ? z : z - 146096) / 146097;
+  const long long doe = z - era * 146097;
+  const long long yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
+  const long long doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
+  const long long mp = (5 * doy + 2) / 153;
+  const long long d = doy - (153 * mp + 2) / 5 + 1;
+  const long long m = mp < 10 ? mp + 3 : mp - 9;
+  const long long y = yoe + era * 400 + (m <= 2 ? 1 : 0);
+  std::string text = fmt::format("{:04}-{:02}-{:02}", y, m, d);
+  if (kind == DateKind::DateTime) {
+    const long long s = static_cast<long long>(std::llround(unix - static_cast<double>(days) * 86400.0));
+    text += fmt::format(" {:02}:{:02}:{:02}", s / 3600, s / 60 % 60, s % 60);
+  }
+  return text;
+}
+
 struct Reader {
   Workspace& ws;
   ImportTable& table;
@@ -31,6 +69,7 @@ struct Reader {
   std::map<std::string, std::vector<ValueLabel>> labelSets;
   std::vector<std::string> labelSetOf;  // per variable
   std::vector<bool> isString;
+  std::vector<DateKind> dates;
   int declaredCases = -1;
   int variables = 0;
   std::string error;
@@ -108,10 +147,14 @@ int OnVariable(int index, readstat_variable_t* variable, const char* labelSet, v
   r.variables = std::max(r.variables, index + 1);
   r.labelSetOf.resize(static_cast<std::size_t>(r.variables));
   r.isString.resize(static_cast<std::size_t>(r.variables));
+  r.dates.resize(static_cast<std::size_t>(r.variables));
   const bool text = readstat_variable_get_type_class(variable) == READSTAT_TYPE_CLASS_STRING;
   r.isString[index] = text;
+  r.dates[index] = text ? DateKind::None : DateKindOf(readstat_variable_get_format(variable));
   if (text) {
     r.table.DeclareString(index);
+  } else if (r.dates[index] != DateKind::None) {
+    r.table.DeclareDate(index);
   } else {
     if (labelSet) r.labelSetOf[index] = labelSet;
     v.missing = MissingDeclaration(variable, r.ws.decimalSeparator);
@@ -130,7 +173,11 @@ int OnValue(int obs, readstat_variable_t* variable, readstat_value_t value, void
   if (readstat_value_type_class(value) == READSTAT_TYPE_CLASS_STRING) {
     const char* s = readstat_string_value(value);
     r.table.SetString(index, obs, s ? s : "");
-  } else if (!readstat_value_is_system_missing(value)) {
+  } else if (readstat_value_is_system_missing(value)) {
+    return READSTAT_HANDLER_OK;
+  } else if (index < static_cast<int>(r.dates.size()) && r.dates[index] != DateKind::None) {
+    r.table.SetString(index, obs, DateText(readstat_double_value(value), r.dates[index]));
+  } else {
     r.table.SetNumber(index, obs, readstat_double_value(value));
   }
   return READSTAT_HANDLER_OK;

@@ -61,7 +61,9 @@ TEST_F(SpssImport, HavensCellsAndDeclarationsArrive) {
     EXPECT_EQ(Decl(kGroupLabels, v), LabelsOf(decl.Text(v - 1, "labels")));
     EXPECT_EQ(Decl(kGroupType, v), decl.Text(v - 1, "labels").empty() ? "none" : "codes");
     EXPECT_EQ(Decl(kMissing, v), MissingOf(decl.Text(v - 1, "na_values"), decl.Text(v - 1, "na_range")));
-    const bool text = Decl(kType, v).rfind("string=", 0) == 0;
+    const bool text = Decl(kType, v).rfind("num=", 0) != 0;
+    const std::string kind = decl.Text(v - 1, "type");
+    EXPECT_EQ(Decl(kType, v).rfind(kind == "numeric" ? "num=" : kind == "date" ? "date=" : "string=", 0), 0u);
     for (int r = 1; r <= ws.NumberOfCases(); ++r) {
       const std::string expected = cells.Text(r - 1, name);
       if (text || expected.empty()) {
@@ -71,7 +73,7 @@ TEST_F(SpssImport, HavensCellsAndDeclarationsArrive) {
       }
     }
   }
-  EXPECT_EQ(Names(), (std::vector<std::string>{"id", "sex", "satis***", "satis~00", "town", "weight"}));
+  EXPECT_EQ(Names(), (std::vector<std::string>{"id", "sex", "satis***", "satis~00", "town", "weight", "born"}));
   EXPECT_EQ(Decl(kType, 3), "num=-2_95;");
   EXPECT_EQ(Decl(kType, 5), "string=22;");
   EXPECT_EQ(Told(),

@@ -1,7 +1,7 @@
 # Writes labelled.sav, a small SPSS data file with what an import must keep: value labels
 # (one with ";" and "/", one longer than 12 characters), user-missing codes, a missing
 # range with a code, long names that share their first characters, a string variable with
-# accented letters, decimals and system-missing values. Then reads it back with haven and
+# accented letters, decimals, system-missing values and dates. Then reads it back with haven and
 # writes what haven sees (labelled_cells.csv, labelled_declarations.csv) as the reference
 # the tests compare with. Run once from this folder: Rscript make_labelled_sav.R
 library(haven)
@@ -17,6 +17,7 @@ d$satisfaction_work <- labelled_spss(c(1, 2, 3, 97, 98, 99), na_values = c(97, 9
 d$town <- c("Pécs", "Győr", "", "Szeged", "Árvíztűrő tükörfúrógép", "Eger")
 attr(d$town, "label") <- "Town of residence"
 d$weight <- c(0.123456, 1e6, NA, 12.5, -3, 7)
+d$born <- as.Date(c("1990-05-17", "2001-12-31", NA, "1582-10-15", "1970-01-01", "2024-02-29"))
 
 write_sav(d, "labelled.sav")
 
