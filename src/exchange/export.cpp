@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "exchange/import_table.h"
 #include "lang/utf8.h"
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
@@ -25,8 +26,14 @@ bool IsNumeric(const Workspace& ws, int v) { return ws.vars.GetCell(kType, v).su
 // A numeric cell as other programs read it: "." as separator; empty when it holds no number.
 std::string OutNumber(std::string_view cell, char sep) {
   if (cell.empty()) return {};
+  if (IsCleanNumber(cell)) {
+    // Already in the general format: only its separator may change.
+    std::string text(cell);
+    std::replace(text.begin(), text.end(), ',', '.');
+    return text;
+  }
   const auto v = ParseEitherSeparator(cell, sep);
-  return v ? FormatGeneral(*v, '.') : std::string();
+  return v ? FormatImportedNumber(*v, '.') : std::string();
 }
 
 int DecimalsOf(std::string_view number) {
@@ -46,7 +53,12 @@ std::string Quoted(std::string_view text) {
 
 std::string Num(double v) { return FormatGeneral(v, '.'); }
 
+void ShowCaseProgress(const Workspace& ws, int r) {
+  if (r % 1000 == 0) ws.ShowProgress(fmt::format("{}{} / {}", ws.Text("Writing cases: ", "Esetek írása: "), r, ws.NumberOfCases()));
+}
+
 bool WriteFile(Workspace& ws, const std::string& path, std::string_view bytes) {
+  ws.ShowProgress("");
   AtomicFile out(path);
   if (out.Open() && out.Write(bytes) && out.Commit(true)) return true;
   ws.user.Tell(fmt::format("{}{}: {}", ws.Text("The file could not be written: ", "A fájl nem írható: "), path, out.error()));
@@ -210,6 +222,7 @@ bool ExportToSpss(Workspace& ws, const std::string& dataPath, const std::string&
   int record = 0;
   for (const ExportColumn& c : layout) record += c.width;
   for (int r = 1; r <= ws.NumberOfCases(); ++r) {
+    ShowCaseProgress(ws, r);
     for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
       const ExportColumn& c = layout[v - 1];
       std::string_view cell = ws.data.GetCell(v, r);
@@ -279,6 +292,7 @@ bool ExportSav(Workspace& ws, const std::string& path, std::optional<std::time_t
   readstat_error_t status = readstat_begin_writing_sav(writer, &context, ws.NumberOfCases());
   std::string text;
   for (int r = 1; r <= ws.NumberOfCases() && status == READSTAT_OK; ++r) {
+    ShowCaseProgress(ws, r);
     status = readstat_begin_row(writer);
     for (int v = 1; v <= n && status == READSTAT_OK; ++v) {
       std::string_view cell = ws.data.GetCell(v, r);
@@ -295,6 +309,7 @@ bool ExportSav(Workspace& ws, const std::string& path, std::optional<std::time_t
   }
   if (status == READSTAT_OK) status = readstat_end_writing(writer);
   readstat_writer_free(writer);
+  ws.ShowProgress("");
   if (status != READSTAT_OK || !file.Commit(true)) {
     ws.user.Tell(fmt::format("{}{}: {}", ws.Text("The file could not be written: ", "A fájl nem írható: "), path,
                              status != READSTAT_OK ? readstat_error_message(status) : file.error()));
@@ -306,6 +321,7 @@ bool ExportSav(Workspace& ws, const std::string& path, std::optional<std::time_t
 bool ExportTabDelimited(Workspace& ws, const std::string& path) {
   std::string text;
   for (int r = 0; r <= ws.NumberOfCases(); ++r) {
+    ShowCaseProgress(ws, r);
     for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
       if (v > 1) text += '\t';
       text += ws.data.GetCell(v, r);
