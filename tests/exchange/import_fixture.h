@@ -17,7 +17,10 @@ namespace tarvika::test {
 
 class ImportTest : public ::testing::Test {
  protected:
-  explicit ImportTest(char separator = '.') : ws(user, Language::English, separator) {}
+  // The program folder ("last.mod" of a load) is the temporary folder.
+  explicit ImportTest(char separator = '.') : ws(user, Language::English, separator) {
+    ws.programFolder = folder.path().string();
+  }
 
   std::string Write(const std::string& name, const std::string& bytes) const {
     const std::string path = (folder.path() / name).string();
