@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <unordered_set>
 
 #include "exchange/import_table.h"
 #include "lang/utf8.h"
@@ -122,15 +123,25 @@ std::string SpssName(std::string_view shortName) {
     if (Utf8Length(name) > static_cast<std::size_t>(kShortNameLength)) name = std::string(Utf8Prefix(name, kShortNameLength));
   }
   if (name.back() == '.') name.back() = '_';
+  // SPSS's reserved words can't name a variable.
+  for (const char* word : {"ALL", "AND", "BY", "EQ", "GE", "GT", "LE", "LT", "NE", "NOT", "OR", "TO", "WITH"}) {
+    if (EqualIgnoringCase(name, word)) return "V" + name;
+  }
   return name;
 }
 
 std::vector<ExportColumn> ExportLayout(const Workspace& ws) {
   std::vector<ExportColumn> layout;
+  std::unordered_set<std::string> used;
   int start = 1;
   for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
     ExportColumn col;
     col.name = SpssName(ws.vars.GetCell(kShortName, v));
+    // Names that became equal ("a-b" and "a_b"), also in case only, take a number.
+    for (int k = 0; used.count(FoldCase(col.name)) > 0; ++k) {
+      col.name = fmt::format("{}_{:02}", Utf8Prefix(SpssName(ws.vars.GetCell(kShortName, v)), 5), k);
+    }
+    used.insert(FoldCase(col.name));
     col.isString = !IsNumeric(ws, v);
     for (int r = 1; r <= ws.NumberOfCases(); ++r) {
       std::string_view cell = ws.data.GetCell(v, r);

@@ -24,10 +24,11 @@ struct ExportColumn {
 
 // A short name made legal for SPSS: characters SPSS doesn't take in names become "_", a
 // name that doesn't begin with a letter gets "V" in front (and then at most 8 characters),
-// and a final "." becomes "_".
+// a final "." becomes "_", and a reserved word of SPSS ("to", "by", ...) gets "V" in front.
 std::string SpssName(std::string_view shortName);
 
-// The layout of every variable, in order.
+// The layout of every variable, in order; SPSS names that came out equal (ignoring case)
+// become the first five characters, "_" and a number from "00".
 std::vector<ExportColumn> ExportLayout(const Workspace& ws);
 
 // The fixed-column data file and its syntax; false after telling the person.

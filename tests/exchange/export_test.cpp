@@ -33,6 +33,14 @@ TEST_F(Export, SpssNamesFollowTheNameRules) {
   EXPECT_EQ(SpssName("_x"), "V_x");
   EXPECT_EQ(SpssName("élet"), "élet");
   EXPECT_EQ(SpssName("age"), "age");
+  EXPECT_EQ(SpssName("to"), "Vto");
+  // Names that become equal are numbered.
+  ws.vars.SetCell(kShortName, 2, "V1st_SCO");
+  ws.vars.SetCell(kShortName, 3, "1st-scor");
+  const std::vector<ExportColumn> layout = ExportLayout(ws);
+  EXPECT_EQ(layout[0].name, "V1st_sco");
+  EXPECT_EQ(layout[1].name, "V1st__00");
+  EXPECT_EQ(layout[2].name, "V1st__01");
 }
 
 TEST_F(Export, FixedColumnDataAndSyntax) {
