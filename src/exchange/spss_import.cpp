@@ -1,4 +1,5 @@
 #include "exchange/spss_import.h"
+#include "exchange/spss_values.h"
 
 #include <readstat.h>
 
@@ -18,50 +19,6 @@ namespace tarvika {
 
 namespace {
 
-constexpr std::size_t kGroupLabelLength = 12;
-
-struct ValueLabel {
-  double value;
-  std::string label;
-};
-
-// SPSS keeps dates as seconds since the start of the Gregorian calendar (14 October 1582).
-constexpr double kSecondsTo1970 = 12219379200.0;
-
-// The kind of an SPSS print format: a date (DATE11, ADATE10, ...), a date and time, or neither.
-enum class DateKind { None, Date, DateTime };
-
-DateKind DateKindOf(const char* format) {
-  const std::string f = format ? format : "";
-  if (f.rfind("DATETIME", 0) == 0 || f.rfind("YMDHMS", 0) == 0) return DateKind::DateTime;
-  for (const char* prefix : {"DATE", "ADATE", "EDATE", "SDATE", "JDATE"}) {
-    if (f.rfind(prefix, 0) == 0) return DateKind::Date;
-  }
-  return DateKind::None;
-}
-
-// "YYYY-MM-DD" (and " HH:MM:SS") of SPSS seconds; the civil date of a day count from
-// 1970-01-01 by the proleptic Gregorian calendar (H. Hinnant's days-to-civil algorithm).
-std::string DateText(double spssSeconds, DateKind kind) {
-  const double unix = spssSeconds - kSecondsTo1970;
-  const long long days = static_cast<long long>(std::floor(unix / 86400.0));
-  const long long z = days + 719468;
-  const long long era = (z >= 0 ? z : z - 146096) / 146097;
-  const long long doe = z - era * 146097;
-  const long long yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-  const long long doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-  const long long mp = (5 * doy + 2) / 153;
-  const long long d = doy - (153 * mp + 2) / 5 + 1;
-  const long long m = mp < 10 ? mp + 3 : mp - 9;
-  const long long y = yoe + era * 400 + (m <= 2 ? 1 : 0);
-  std::string text = fmt::format("{:04}-{:02}-{:02}", y, m, d);
-  if (kind == DateKind::DateTime) {
-    const long long s = static_cast<long long>(std::llround(unix - static_cast<double>(days) * 86400.0));
-    text += fmt::format(" {:02}:{:02}:{:02}", s / 3600, s / 60 % 60, s % 60);
-  }
-  return text;
-}
-
 struct Reader {
   Workspace& ws;
   ImportTable& table;
@@ -75,19 +32,8 @@ struct Reader {
   std::string error;
 };
 
-// The text of a code group label: ";" and "/" would break the label list, a line end the file.
-std::string GroupLabelText(std::string_view label) {
-  std::string s(label);
-  for (char& c : s) {
-    if (c == ';' || c == '/') c = ',';
-    if (c == '\t' || c == '\r' || c == '\n') c = ' ';
-  }
-  return s;
-}
-
 std::string MissingDeclaration(const readstat_variable_t* variable, char sep) {
-  std::vector<double> codes;
-  std::optional<std::pair<double, double>> range;
+  SpssMissing missing;
   const int n = readstat_variable_get_missing_ranges_count(variable);
   for (int i = 0; i < n; ++i) {
     const readstat_value_t lo = readstat_variable_get_missing_range_lo(variable, i);
@@ -95,19 +41,12 @@ std::string MissingDeclaration(const readstat_variable_t* variable, char sep) {
     if (readstat_value_type_class(lo) != READSTAT_TYPE_CLASS_NUMERIC) return {};
     const double a = readstat_double_value(lo), b = readstat_double_value(hi);
     if (a == b) {
-      codes.push_back(a);
+      missing.codes.push_back(a);
     } else {
-      range = {a, b};
+      missing.range = {a, b};
     }
   }
-  std::string text;
-  if (range) {
-    text = FormatGeneral(range->first, sep) + "_" + FormatGeneral(range->second, sep);
-    if (!codes.empty()) text += "/" + FormatGeneral(codes.front(), sep);
-    return text;
-  }
-  for (std::size_t i = 0; i < codes.size() && i < 3; ++i) text += (i ? "/" : "") + FormatGeneral(codes[i], sep);
-  return text;
+  return missing.Declaration(sep);
 }
 
 int OnMetadata(readstat_metadata_t* metadata, void* ctx) {
@@ -136,21 +75,15 @@ int OnVariable(int index, readstat_variable_t* variable, const char* labelSet, v
   const char* labelText = readstat_variable_get_label(variable);
   const std::string label = labelText ? labelText : "";
   ImportedVariable& v = r.table.Variable(index);
-  if (Utf8Length(name) > static_cast<std::size_t>(kShortNameLength)) {
-    v.name = std::string(Utf8Prefix(name, kShortNameLength - 3)) + "***";
-    v.longName = label.empty() ? name : name + " " + label;
-    r.notes.namesCut = true;
-  } else {
-    v.name = name;
-    v.longName = label;
-  }
+  r.notes.namesCut = NameVariable(v, name, label) || r.notes.namesCut;
   r.variables = std::max(r.variables, index + 1);
   r.labelSetOf.resize(static_cast<std::size_t>(r.variables));
   r.isString.resize(static_cast<std::size_t>(r.variables));
   r.dates.resize(static_cast<std::size_t>(r.variables));
   const bool text = readstat_variable_get_type_class(variable) == READSTAT_TYPE_CLASS_STRING;
   r.isString[index] = text;
-  r.dates[index] = text ? DateKind::None : DateKindOf(readstat_variable_get_format(variable));
+  const char* format = readstat_variable_get_format(variable);
+  r.dates[index] = text || format == nullptr ? DateKind::None : DateKindOf(format);
   if (text) {
     r.table.DeclareString(index);
   } else if (r.dates[index] != DateKind::None) {
@@ -227,14 +160,8 @@ SpssReadNotes Read(Workspace& ws, const std::string& path, ImportTable& table, P
   for (int v = 0; v < r.variables; ++v) {
     auto set = r.labelSets.find(r.labelSetOf[v]);
     if (r.labelSetOf[v].empty() || set == r.labelSets.end()) continue;
-    std::string labels;
     bool longLabel = false;
-    for (const ValueLabel& l : set->second) {
-      const std::string text = GroupLabelText(l.label);
-      longLabel = longLabel || Utf8Length(text) > kGroupLabelLength;
-      labels += FormatGeneral(l.value, ws.decimalSeparator) + "=" + text + ";/";
-    }
-    table.Variable(v).groupLabels = labels;
+    table.Variable(v).groupLabels = GroupLabels(set->second, ws.decimalSeparator, longLabel);
     r.notes.longLabelVariables += longLabel;
   }
   return r.notes;
@@ -254,31 +181,6 @@ SpssReadNotes ReadSavFile(Workspace& ws, const std::string& path, ImportTable& t
   return Read(ws, path, table, readstat_parse_sav,
               ws.Text("An error occurred during reading the data file.",
                       "Adatbeolvasási hiba: a megadott fájl sérült, vagy nem valódi SPSS sav fájl."));
-}
-
-SpssReadNotes ReadPorFile(Workspace& ws, const std::string& path, ImportTable& table) {
-  RequireFile(ws, path);
-  return Read(ws, path, table, readstat_parse_por,
-              ws.Text("The file is damaged or not a valid SPSS portable file.",
-                      "A megadott fájl sérült, vagy nem valódi SPSS portable fájl."));
-}
-
-std::string SpssReadWarning(const Workspace& ws, const SpssReadNotes& notes) {
-  std::string text;
-  if (notes.namesCut) {
-    text += ws.Text("WARNING! ", "FIGYELEM! ");
-    text += ws.Text("If a short variable name ends with ***, it indicates that the original SPSS name is longer than 8 characters. ",
-                    "Ha egy rövid változónév végén *** van, az azt jelzi, hogy az eredeti SPSS név hosszabb 8 karakternél. ");
-    text += ws.Text("The SPSS name stands then in the beginning of the long variable name.",
-                    "Ezt az SPSS nevet a hosszú változónév elejére tettük.");
-  }
-  if (notes.longLabelVariables > 0) {
-    if (!text.empty()) text += "\r\n";
-    text += std::to_string(notes.longLabelVariables);
-    text += ws.Text(" variables at least one group label is longer than 12 characters.",
-                    " változó esetén van olyan csoportcímke, amely 12-nél több karakterből áll.");
-  }
-  return text;
 }
 
 }  // namespace tarvika

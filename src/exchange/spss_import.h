@@ -1,9 +1,10 @@
 #pragma once
-// SPSS data files (".sav", also compressed) and portable files (".por") into an
-// ImportTable, through ReadStat. What is kept: the cells (system-missing as empty cells),
+// SPSS data files (".sav", also compressed, read through ReadStat) and portable files
+// (".por", read by their published format) into an ImportTable. What is kept: the cells (system-missing as empty cells),
 // names (a name over 8 characters is cut to 5 and "***", and goes in front of the long
 // name), variable labels as long names, value labels of numeric variables as code groups,
-// user-missing codes and ranges as the missing declaration, string variables.
+// user-missing codes and ranges as the missing declaration, string variables, dates as
+// "YYYY-MM-DD" text.
 
 #include <string>
 

@@ -45,34 +45,40 @@ std::string MissingOf(const std::string& values, const std::string& range) {
   return text;
 }
 
-using SpssImport = ImportTest;
-
-TEST_F(SpssImport, HavensCellsAndDeclarationsArrive) {
-  ASSERT_TRUE(Import(kReference + "labelled.sav")) << Told();
-  const ReferenceCsv cells("labelled_cells.csv", "exchange");
-  const ReferenceCsv decl("labelled_declarations.csv", "exchange");
-  ASSERT_EQ(ws.NumberOfVariables(), static_cast<int>(decl.size()));
-  ASSERT_EQ(ws.NumberOfCases(), static_cast<int>(cells.size()));
-  for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
-    SCOPED_TRACE(v);
-    const std::string name = decl.Text(v - 1, "name"), label = decl.Text(v - 1, "label");
-    const bool cut = name.size() > 8;
-    EXPECT_EQ(Decl(kLongName, v), cut ? name + (label.empty() ? "" : " " + label) : label);
-    EXPECT_EQ(Decl(kGroupLabels, v), LabelsOf(decl.Text(v - 1, "labels")));
-    EXPECT_EQ(Decl(kGroupType, v), decl.Text(v - 1, "labels").empty() ? "none" : "codes");
-    EXPECT_EQ(Decl(kMissing, v), MissingOf(decl.Text(v - 1, "na_values"), decl.Text(v - 1, "na_range")));
-    const bool text = Decl(kType, v).rfind("num=", 0) != 0;
-    const std::string kind = decl.Text(v - 1, "type");
-    EXPECT_EQ(Decl(kType, v).rfind(kind == "numeric" ? "num=" : kind == "date" ? "date=" : "string=", 0), 0u);
-    for (int r = 1; r <= ws.NumberOfCases(); ++r) {
-      const std::string expected = cells.Text(r - 1, name);
-      if (text || expected.empty()) {
-        EXPECT_EQ(Cell(v, r), expected) << "case " << r;
-      } else {
-        EXPECT_DOUBLE_EQ(*ParseLocalNumber(Cell(v, r), '.'), std::stod(expected)) << "case " << r;
+class SpssImport : public ImportTest {
+ protected:
+  // The workspace holds what haven read into reference/<prefix>_*.csv. A portable file
+  // has names of at most 8 characters, so its long names are the labels alone.
+  void ExpectHavensView(const std::string& prefix, bool portable) const {
+    const ReferenceCsv cells(prefix + "_cells.csv", "exchange");
+    const ReferenceCsv decl(prefix + "_declarations.csv", "exchange");
+    ASSERT_EQ(ws.NumberOfVariables(), static_cast<int>(decl.size()));
+    ASSERT_EQ(ws.NumberOfCases(), static_cast<int>(cells.size()));
+    for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
+      SCOPED_TRACE(v);
+      const std::string name = decl.Text(v - 1, "name"), label = decl.Text(v - 1, "label");
+      const bool cut = !portable && name.size() > 8;
+      EXPECT_EQ(Decl(kLongName, v), cut ? name + (label.empty() ? "" : " " + label) : label);
+      EXPECT_EQ(Decl(kGroupLabels, v), LabelsOf(decl.Text(v - 1, "labels")));
+      EXPECT_EQ(Decl(kGroupType, v), decl.Text(v - 1, "labels").empty() ? "none" : "codes");
+      EXPECT_EQ(Decl(kMissing, v), MissingOf(decl.Text(v - 1, "na_values"), decl.Text(v - 1, "na_range")));
+      const std::string kind = decl.Text(v - 1, "type");
+      EXPECT_EQ(Decl(kType, v).rfind(kind == "numeric" ? "num=" : kind == "date" ? "date=" : "string=", 0), 0u);
+      for (int r = 1; r <= ws.NumberOfCases(); ++r) {
+        const std::string expected = cells.Text(r - 1, name);
+        if (kind != "numeric" || expected.empty()) {
+          EXPECT_EQ(Cell(v, r), expected) << "case " << r;
+        } else {
+          EXPECT_DOUBLE_EQ(*ParseLocalNumber(Cell(v, r), '.'), std::stod(expected)) << "case " << r;
+        }
       }
     }
   }
+};
+
+TEST_F(SpssImport, HavensCellsAndDeclarationsArrive) {
+  ASSERT_TRUE(Import(kReference + "labelled.sav")) << Told();
+  ExpectHavensView("labelled", false);
   EXPECT_EQ(Names(), (std::vector<std::string>{"id", "sex", "satis***", "satis~00", "town", "weight", "born"}));
   EXPECT_EQ(Decl(kType, 3), "num=-2_95;");
   EXPECT_EQ(Decl(kType, 5), "string=22;");
@@ -80,6 +86,18 @@ TEST_F(SpssImport, HavensCellsAndDeclarationsArrive) {
             "WARNING! If a short variable name ends with ***, it indicates that the original SPSS name is longer than "
             "8 characters. The SPSS name stands then in the beginning of the long variable name.\r\n"
             "2 variables at least one group label is longer than 12 characters.\n");
+}
+
+// The same data written by PSPP (reference/make_pspp_files.sps) as a data file and as a
+// portable file; the portable file's names are cut to 8 characters by its format.
+TEST_F(SpssImport, FilesOfAnotherWriter) {
+  ASSERT_TRUE(Import(kReference + "pspp.sav")) << Told();
+  ExpectHavensView("pspp", false);
+  EXPECT_EQ(Names(), (std::vector<std::string>{"respo***", "wellb***", "class", "name", "visit"}));
+  ASSERT_TRUE(Import(kReference + "pspp.por")) << Told();
+  ExpectHavensView("pspp", true);
+  EXPECT_EQ(Names(), (std::vector<std::string>{"RESPONDE", "WELLBEIN", "CLASS", "NAME", "VISIT"}));
+  EXPECT_EQ(Decl(kType, 4), "string=9;");
 }
 
 // A portable file written by ReadStat's own writer: two numeric variables (labels, a missing
@@ -136,11 +154,13 @@ TEST_F(SpssImport, PortableFile) {
 TEST_F(SpssImport, MissingForeignAndDamagedFilesAreRefused) {
   ASSERT_TRUE(Import(Write("keep.csv", "a\n1\n")));
   const std::string whole = ReadFile(kReference + "labelled.sav");
+  const std::string portable = ReadFile(kReference + "pspp.por");
   const std::pair<std::string, std::string> cases[] = {
       {(folder.path() / "absent.sav").string(), "File specified to load does not exist."},
       {Write("text.sav", "a,b\n1,2\n"), "The file is damaged or not a valid SPSS sav file."},
       {Write("cut.sav", whole.substr(0, whole.size() / 2)), "An error occurred during reading the data file."},
       {Write("text.por", "a,b\n1,2\n"), "The file is damaged or not a valid SPSS portable file."},
+      {Write("cut.por", portable.substr(0, portable.size() / 2)), "The file is damaged or not a valid SPSS portable file."},
   };
   for (const auto& [path, message] : cases) {
     user.told.clear();
