@@ -151,6 +151,31 @@ TEST_F(SpssImport, PortableFile) {
                     "1 variables at least one group label is longer than 12 characters.\n");
 }
 
+// A data file of more variables than a workspace holds loads the first ones after telling so.
+TEST_F(SpssImport, VariablesBeyondTheLimitAreLeftOut) {
+  const std::string path = (folder.path() / "wide.sav").string();
+  std::FILE* out = std::fopen(path.c_str(), "wb");
+  readstat_writer_t* w = readstat_writer_init();
+  readstat_set_data_writer(w, [](const void* data, size_t len, void* ctx) -> ssize_t {
+    return static_cast<ssize_t>(std::fwrite(data, 1, len, static_cast<std::FILE*>(ctx)));
+  });
+  std::vector<readstat_variable_t*> vars;
+  for (int v = 1; v <= 1001; ++v) vars.push_back(readstat_add_variable(w, ("v" + std::to_string(v)).c_str(), READSTAT_TYPE_DOUBLE, 0));
+  ASSERT_EQ(readstat_begin_writing_sav(w, out, 1), READSTAT_OK);
+  readstat_begin_row(w);
+  for (int v = 1; v <= 1001; ++v) readstat_insert_double_value(w, vars[v - 1], v);
+  readstat_end_row(w);
+  ASSERT_EQ(readstat_end_writing(w), READSTAT_OK);
+  readstat_writer_free(w);
+  std::fclose(out);
+
+  ASSERT_TRUE(Import(path)) << Told();
+  EXPECT_EQ(Told(), "Number of variables: 1001 > 1000. Only the first 1000 variables will be loaded.\n");
+  ASSERT_EQ(ws.NumberOfVariables(), 1000);
+  EXPECT_EQ(Decl(kShortName, 1000), "v1000");
+  EXPECT_EQ(Cell(1000, 1), "1000");
+}
+
 TEST_F(SpssImport, MissingForeignAndDamagedFilesAreRefused) {
   ASSERT_TRUE(Import(Write("keep.csv", "a\n1\n")));
   const std::string whole = ReadFile(kReference + "labelled.sav");
