@@ -148,7 +148,7 @@ int ReadDelimited(const Workspace& ws, std::string_view text, char delimiter, bo
   // Each line end begins at most one record: room for them all at once.
   std::size_t lineEnds = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
   if (lineEnds == 0) lineEnds = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\r'));
-  table.ReserveRows(static_cast<int>(std::min<std::size_t>(lineEnds + 1, 2000001)));
+  table.ReserveRows(static_cast<int>(std::min<std::size_t>(lineEnds + 1, kMaxCases + 1)));
 
   auto put = [&](int c, std::string_view field, bool mayHoldBreaks) {
     if (headerRow && record == 0) {
@@ -221,6 +221,11 @@ int ReadDelimited(const Workspace& ws, std::string_view text, char delimiter, bo
       ++line;
     }
     if (!emptyLine) lastFilled = record;
+    if (lastFilled - (headerRow ? 1 : 0) >= kMaxCases) {
+      throw ImportError{fmt::format(fmt::runtime(ws.Text("The file has more than {0} cases; a project can hold at most {0}.",
+                                                         "A fájlban több mint {0} eset van; egy projekt legfeljebb {0} esetet tartalmazhat.")),
+                                    kMaxCases)};
+    }
     ++record;
     if (record % 1000 == 0) ws.ShowProgress(fmt::format("{}{}", ws.Text("Case: ", "Eset: "), record));
   }
