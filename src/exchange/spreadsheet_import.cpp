@@ -7,10 +7,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <climits>
+#include <map>
+#include <cmath>
 #include <memory>
 #include <vector>
 
+#include "exchange/spss_values.h"
 #include "workspace/numbers.h"
 #include "workspace/workspace.h"
 
@@ -64,6 +68,46 @@ bool ParseReference(std::string_view ref, int& column, int& row) {
   return true;
 }
 
+// Per cell style of the workbook (its "s" attribute), whether it shows a date, and a time
+// of day with it: the built-in date formats, or a format of its own whose code has day or
+// year parts (and hour or second parts for a time).
+std::vector<DateKind> DateStyles(const pugi::xml_document& styles) {
+  const pugi::xml_node sheet = styles.child("styleSheet");
+  std::map<unsigned, DateKind> custom;
+  for (const pugi::xml_node& f : sheet.child("numFmts").children("numFmt")) {
+    const std::string code = f.attribute("formatCode").value();
+    bool quoted = false, bracket = false, date = false, time = false;
+    for (char ch : code) {
+      if (ch == '"') quoted = !quoted;
+      if (quoted) continue;
+      if (ch == '[') bracket = true;
+      if (ch == ']') bracket = false;
+      if (bracket) continue;
+      const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
+      date = date || lower == 'd' || lower == 'y';
+      time = time || lower == 'h' || lower == 's';
+    }
+    if (date) custom[f.attribute("numFmtId").as_uint()] = time ? DateKind::DateTime : DateKind::Date;
+  }
+  std::vector<DateKind> kinds;
+  for (const pugi::xml_node& xf : sheet.child("cellXfs").children("xf")) {
+    const unsigned id = xf.attribute("numFmtId").as_uint();
+    const auto own = custom.find(id);
+    kinds.push_back(id >= 14 && id <= 17 ? DateKind::Date
+                    : id == 22           ? DateKind::DateTime
+                    : own != custom.end() ? own->second
+                                          : DateKind::None);
+  }
+  return kinds;
+}
+
+// A spreadsheet's day number (days since 30 December 1899, the fraction the time of day)
+// as "YYYY-MM-DD", with the time when the format shows one.
+std::string SerialDateText(double serial, DateKind kind) {
+  constexpr double kSpssSecondsOfSerialZero = 12219379200.0 - 25569.0 * 86400.0;
+  return DateText(serial * 86400.0 + kSpssSecondsOfSerialZero, kind);
+}
+
 std::string SheetPath(std::string target) {
   if (!target.empty() && target[0] == '/') return target.substr(1);
   return "xl/" + target;
@@ -81,11 +125,25 @@ int FillFromSheet(const Workspace& ws, std::vector<SheetCell>& cells, bool heade
     bottom = std::max(bottom, c.row);
   }
   const int first = top + (headerRow ? 1 : 0);
+  // Columns of dates only: 1 while every data cell seen is a date, 0 once one is not.
+  std::vector<char> dates;
   for (const SheetCell& c : cells) {
+    if (headerRow && c.row == top) continue;
+    const std::size_t k = static_cast<std::size_t>(c.column - left);
+    if (k >= dates.size()) dates.resize(k + 1, 1);
+    dates[k] = dates[k] && c.isDate;
+  }
+  for (std::size_t k = 0; k < dates.size(); ++k) {
+    if (dates[k]) table.DeclareDate(static_cast<int>(k));
+  }
+  for (const SheetCell& c : cells) {
+    const int k = c.column - left;
     if (headerRow && c.row == top) {
-      table.Variable(c.column - left).name = c.text;
+      table.Variable(k).name = c.text;
+    } else if (dates[static_cast<std::size_t>(k)]) {
+      table.SetString(k, c.row - first, c.text);
     } else {
-      table.SetText(c.column - left, c.row - first, c.text);
+      table.SetText(k, c.row - first, c.text);
     }
   }
   return bottom - first + 1;
@@ -131,6 +189,10 @@ std::vector<SheetCell> ReadXlsxSheet(const Workspace& ws, const std::string& pat
   if (target.empty()) Damaged(ws, path, "xl/_rels/workbook.xml.rels");
   parse(data, SheetPath(target), true);
 
+  pugi::xml_document styles;
+  parse(styles, "xl/styles.xml", false);
+  const std::vector<DateKind> dateStyles = DateStyles(styles);
+
   std::vector<std::string> shared;
   for (const pugi::xml_node& si : strings.child("sst").children("si")) shared.push_back(TextOf(si));
 
@@ -158,6 +220,13 @@ std::vector<SheetCell> ReadXlsxSheet(const Workspace& ws, const std::string& pat
         continue;  // an error value (#DIV/0!, #N/A) is no datum
       } else {
         cell.text = v;  // numbers, booleans (1 and 0) and the strings of formulas
+        const std::size_t style = c.attribute("s").as_uint(0);
+        if (type.empty() && style < dateStyles.size() && dateStyles[style] != DateKind::None) {
+          if (auto serial = ParseLocalNumber(cell.text, '.')) {
+            cell.text = SerialDateText(*serial, dateStyles[style]);
+            cell.isDate = true;
+          }
+        }
       }
       cells.push_back(std::move(cell));
     }
@@ -204,10 +273,13 @@ std::vector<SheetCell> ReadXlsSheet(const Workspace& ws, const std::string& path
           break;
         case FREEXL_CELL_TEXT:
         case FREEXL_CELL_SST_TEXT:
-        case FREEXL_CELL_DATE:
-        case FREEXL_CELL_DATETIME:
         case FREEXL_CELL_TIME:
           cell.text = value.value.text_value ? value.value.text_value : "";
+          break;
+        case FREEXL_CELL_DATE:
+        case FREEXL_CELL_DATETIME:
+          cell.text = value.value.text_value ? value.value.text_value : "";
+          cell.isDate = true;
           break;
         default:
           continue;

@@ -17,11 +17,13 @@ struct SheetCell {
   int row = 0;
   int column = 0;
   std::string text;
+  bool isDate = false;  // text is "YYYY-MM-DD" (with " HH:MM:SS" for a time of day)
 };
 
 // Fills the table from the cells: with headerRow the first used row gives the names.
-// Without it the caller names the variables.
-// Returns the number of cases. Throws ImportError for a sheet without cells.
+// Without it the caller names the variables. A column whose cells are all dates is a date
+// column. Returns the number of cases.
+// Throws ImportError for a sheet without cells.
 int FillFromSheet(const Workspace& ws, std::vector<SheetCell>& cells, bool headerRow, ImportTable& table);
 
 // The cells of the sheet (the first when sheet is empty). Throw ImportError for a damaged

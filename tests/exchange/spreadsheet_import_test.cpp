@@ -13,25 +13,31 @@ namespace {
 
 class SpreadsheetImport : public ImportTest {
  protected:
-  // A workbook whose first sheet "First" holds its table from B2, and a second sheet.
+  // A workbook whose first sheet "First" holds its table from B2 (with a column of dates),
+  // and a second sheet.
   std::string Workbook(const std::string& name, bool inlineStrings) const {
     const std::string path = (folder.path() / name).string();
     lxw_workbook_options options = {};
     options.constant_memory = inlineStrings ? LXW_TRUE : LXW_FALSE;
     lxw_workbook* book = workbook_new_opt(path.c_str(), &options);
     lxw_worksheet* first = workbook_add_worksheet(book, "First");
-    const char* header[] = {"id", "name", "ok", "score"};
-    for (int c = 0; c < 4; ++c) worksheet_write_string(first, 1, 1 + c, header[c], nullptr);
+    lxw_format* date = workbook_add_format(book);
+    format_set_num_format(date, "yyyy-mm-dd");
+    lxw_datetime visit1 = {2020, 3, 1, 0, 0, 0}, visit3 = {2024, 2, 29, 12, 30, 0};
+    const char* header[] = {"id", "name", "ok", "score", "visit"};
+    for (int c = 0; c < 5; ++c) worksheet_write_string(first, 1, 1 + c, header[c], nullptr);
     worksheet_write_number(first, 2, 1, 1, nullptr);
     worksheet_write_string(first, 2, 2, "Anna", nullptr);
     worksheet_write_boolean(first, 2, 3, 1, nullptr);
     worksheet_write_number(first, 2, 4, 3.5, nullptr);
+    worksheet_write_datetime(first, 2, 5, &visit1, date);
     worksheet_write_number(first, 3, 1, 2, nullptr);
     worksheet_write_boolean(first, 3, 3, 0, nullptr);
     worksheet_write_number(first, 4, 1, 3, nullptr);
     worksheet_write_string(first, 4, 2, "Béla", nullptr);
     worksheet_write_boolean(first, 4, 3, 1, nullptr);
     worksheet_write_number(first, 4, 4, -0.25, nullptr);
+    worksheet_write_datetime(first, 4, 5, &visit3, date);
     lxw_worksheet* second = workbook_add_worksheet(book, "Second");
     worksheet_write_string(second, 0, 0, "x", nullptr);
     worksheet_write_number(second, 1, 0, 10, nullptr);
@@ -42,7 +48,7 @@ class SpreadsheetImport : public ImportTest {
   }
   void ExpectFirstSheet() {
     ASSERT_EQ(ws.NumberOfCases(), 3);
-    EXPECT_EQ(Names(), (std::vector<std::string>{"id", "name", "ok", "score"}));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"id", "name", "ok", "score", "visit"}));
     EXPECT_EQ(Cell(2, 1), "Anna");
     EXPECT_EQ(Cell(2, 2), "");
     EXPECT_EQ(Cell(2, 3), "Béla");
@@ -53,6 +59,10 @@ class SpreadsheetImport : public ImportTest {
     EXPECT_EQ(Decl(kType, 2), "string=4;");
     EXPECT_EQ(Decl(kType, 3), "num=0_1;");
     EXPECT_EQ(Decl(kType, 4), "num=-1_4;");
+    EXPECT_EQ(Decl(kType, 5), "date=;");
+    EXPECT_EQ(Cell(5, 1), "2020-03-01");
+    EXPECT_EQ(Cell(5, 2), "");
+    EXPECT_EQ(Cell(5, 3), "2024-02-29");  // the time of day is not in the format
   }
 };
 
