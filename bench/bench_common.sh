@@ -11,14 +11,16 @@ ensure_r_data_table() {
 }
 
 # The project of 1,000,000 cases by 21 numeric variables and the same table as TSV, made
-# once: sets msw and tsv, and warms the page cache for both readers alike.
+# once: sets msw and tsv, and warms the page cache for both readers alike. With "padded",
+# the decimals are written as other programs write them, trailing zeros kept.
 synthetic_project() {
+  local form=${1:-}
   local gen=$build/bench/project_load/gen_project_file
   local data=$build/bench/project_load/data
   mkdir -p "$data"
-  msw=$data/synthetic_1m.msw
-  tsv=$data/synthetic_1m.tsv
-  [ -s "$msw" ] && [ -s "$tsv" ] || "$gen" "$msw" "$tsv" 1000000
+  msw=$data/synthetic_1m${form:+_$form}.msw
+  tsv=$data/synthetic_1m${form:+_$form}.tsv
+  [ -s "$msw" ] && [ -s "$tsv" ] || "$gen" "$msw" "$tsv" 1000000 $form
   cat "$msw" "$tsv" >/dev/null
 }
 

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli_context.h"
+#include "editing_cli.h"
 
 int main(int argc, char** argv) {
   tarvika::cli::CliContext context;
@@ -25,6 +26,11 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterRunCommand(app, context);
   tarvika::cli::RegisterImportCommand(app, context);
   tarvika::cli::RegisterExportCommand(app, context);
+  tarvika::cli::RegisterShapeCommands(app, context);
+  tarvika::cli::RegisterSortCommand(app, context);
+  tarvika::cli::RegisterFindCommand(app, context);
+  tarvika::cli::RegisterMergeSplitCommands(app, context);
+  tarvika::cli::RegisterVerifyCommand(app, context);
 
   try {
     app.parse(argc, argv);

@@ -1,7 +1,9 @@
 #pragma once
 // A synthetic project of 21 numeric variables: 6 answers on a 1-7 scale, 7 scores with two
 // decimals and 8 measures with three, all in the form the program writes (about 118 bytes
-// a case). The same rows can be written as tab-separated text for other readers.
+// a case). The same rows can be written as tab-separated text for other readers. In the
+// form other programs write (`padded`), the decimals keep their trailing zeros and a third
+// of the scores and measures are negative ("48.90", "-0.570").
 
 #include <cstdint>
 #include <cstdio>
@@ -11,14 +13,19 @@ namespace tarvika::bench {
 
 inline constexpr int kSyntheticVariables = 21;
 
+// The kind of variable i: 1-6 answers, 7-13 scores, 14-21 measures, and so on by 21.
+inline int SyntheticKind(int i) { return (i - 1) % kSyntheticVariables + 1; }
+
 // Writes the project file to msw and, when tsv is given, the same table as tab-separated
 // text with a line of names. Same seed, same bytes.
-inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, std::uint64_t seed = 20240601) {
+inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, bool padded = false,
+                                  int variables = kSyntheticVariables, std::uint64_t seed = 20240601) {
   std::string head =
-      "<Tarvika_for_windows>=2.0;\r\n<variables>=21;\r\n<cases>=" + std::to_string(cases) + ";\r\n";
+      "<Tarvika_for_windows>=2.0;\r\n<variables>=" + std::to_string(variables) + ";\r\n<cases>=" + std::to_string(cases) + ";\r\n";
   std::string names;
-  for (int i = 1; i <= kSyntheticVariables; ++i) {
-    std::string name = (i <= 6 ? "item" : i <= 13 ? "score" : "meas") + std::to_string(i);
+  for (int i = 1; i <= variables; ++i) {
+    const int kind = SyntheticKind(i);
+    std::string name = (kind <= 6 ? "item" : kind <= 13 ? "score" : "meas") + std::to_string(i);
     head += "#=" + std::to_string(i) + ";\r\n<name>=" + name +
             ";\r\n<longname>=;\r\n$num=0_0;\r\n<assign>=none;\r\n"
             "<labels>=;\r\n<help>=;\r\n<missing>=;\r\n";
@@ -39,16 +46,21 @@ inline void WriteSyntheticProject(std::FILE* msw, std::FILE* tsv, int cases, std
   std::string buf;
   char cell[32];
   for (int r = 1; r <= cases; ++r) {
-    for (int i = 1; i <= kSyntheticVariables; ++i) {
+    for (int v = 1; v <= variables; ++v) {
+      const int i = SyntheticKind(v);
       int len;
       if (i <= 6) {
         len = std::snprintf(cell, sizeof cell, "%u", 1 + next(7));
+      } else if (padded) {
+        const char* sign = next(3) == 0 ? "-" : "";
+        len = i <= 13 ? std::snprintf(cell, sizeof cell, "%s%u.%u%u", sign, next(100), next(10), next(10))
+                      : std::snprintf(cell, sizeof cell, "%s%u.%u%u%u", sign, next(1000), next(10), next(10), next(10));
       } else if (i <= 13) {
         len = std::snprintf(cell, sizeof cell, "%u.%u%u", 10 + next(90), next(10), 1 + next(9));
       } else {
         len = std::snprintf(cell, sizeof cell, "%u.%u%u%u", 100 + next(900), next(10), next(10), 1 + next(9));
       }
-      if (i > 1) buf.push_back('\t');
+      if (v > 1) buf.push_back('\t');
       buf.append(cell, static_cast<std::size_t>(len));
     }
     buf.append("\r\n");

@@ -132,7 +132,7 @@ std::vector<CommandInfo> Rows() {
        .titleEnglish = "Scale reliability and item analysis", .titleHungarian = "Skála-reliabilitás és itemanalízis",
        .outputNames = {{p::kScaleName.name, "", "Scale"}},
        .parameters = {p::kScaleName.name, p::kSaveScale.name, p::kItemMin.name, p::kItemMax.name,
-                      p::kConvertNegativeItems.name},
+                      p::kConvertNegativeItems.name, p::kSociometric.name},
        .analyse = ItemAnalysis},
       {.code = kMultipleRegression, .dialog = D::Relations,
        .english = "Multiple linear regression", .hungarian = "Többszörös lineáris regresszió",

@@ -1,6 +1,8 @@
 #include "frame/data_feed.h"
 
 #include <cmath>
+#include <system_error>
+#include <thread>
 #include <fmt/format.h>
 
 #include "frame/report_writer.h"
@@ -39,6 +41,8 @@ DataFeed::DataFeed(const Workspace& ws, const std::vector<MissingCodes>& missing
     : ws_(ws), missing_(missing), columns_(std::move(columns)), separator_(ws.decimalSeparator) {
   if (columns_.empty()) columns_.push_back(0);
   codesAt_.resize(columns_.size());
+  dense_.resize(columns_.size());
+  denseTried_.assign(columns_.size(), 0);
   for (std::size_t i = 1; i < columns_.size(); ++i) {
     int v = columns_[i];
     if (v >= 1 && v < static_cast<int>(missing_.size())) codesAt_[i] = missing_[v];
@@ -50,7 +54,7 @@ bool DataFeed::IsMissingCode(int variable, double x) const {
   return IsMissingByCodes(missing_[variable], x);
 }
 
-bool DataFeed::ReadPosition(int row, int i, double& value) const {
+bool DataFeed::ConvertCell(int row, int i, double& value) const {
   std::string_view text = ws_.data.GetCell(columns_[i], row);
   value = 0;
   if (text.empty()) return true;
@@ -59,6 +63,45 @@ bool DataFeed::ReadPosition(int row, int i, double& value) const {
   if (!x) return true;
   value = *x;
   return codesAt_[i].count != 0 && IsMissingByCodes(codesAt_[i], *x);
+}
+
+const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
+  // Columns converted whole take at most this much; a run over more of a large table
+  // reads the rest cell by cell, as fast as before and with no more memory.
+  constexpr std::size_t kBudget = std::size_t{512} << 20;
+  constexpr int kSplitRows = 65536;  // fewer rows are not worth a thread
+  if (dense_[i]) return dense_[i].get();
+  if (denseTried_[i]) return nullptr;
+  denseTried_[i] = 1;
+  const int m = ws_.data.NumberOfCases();
+  const std::size_t bytes = (static_cast<std::size_t>(m) + 1) * (sizeof(double) + 1);
+  if (m < 1 || denseBytes_ + bytes > kBudget) return nullptr;
+  auto column = std::make_unique<DenseColumn>();
+  column->values.resize(m + 1);
+  column->missing.resize(m + 1);
+  auto convert = [this, i, &column](int from, int to) {
+    for (int row = from; row <= to; ++row) column->missing[row] = ConvertCell(row, i, column->values[row]);
+  };
+  const int half = m / 2;
+  std::thread helper;
+  if (m >= kSplitRows) {
+    try {
+      helper = std::thread(convert, half + 1, m);
+    } catch (const std::system_error&) {
+    }
+  }
+  convert(1, helper.joinable() ? half : m);
+  if (helper.joinable()) helper.join();
+  denseBytes_ += bytes;
+  dense_[i] = std::move(column);
+  return dense_[i].get();
+}
+
+bool DataFeed::ReadPosition(int row, int i, double& value) const {
+  const DenseColumn* column = row >= 1 && row <= ws_.data.NumberOfCases() ? Dense(i) : nullptr;
+  if (column == nullptr) return ConvertCell(row, i, value);
+  value = column->values[row];
+  return column->missing[row] != 0;
 }
 
 void DataFeed::ReadRow(int row, int count, std::vector<double>& values, std::vector<std::uint8_t>& missings) const {

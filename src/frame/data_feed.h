@@ -4,6 +4,7 @@
 // row by row on the cell texts; there is no numeric copy of the data.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,11 +43,22 @@ class DataFeed {
   bool IsMissingCode(int variable, double x) const;
 
  private:
+  // The value and missing flag of each row of one column.
+  struct DenseColumn {
+    std::vector<double> values;
+    std::vector<std::uint8_t> missing;
+  };
+  bool ConvertCell(int row, int i, double& value) const;
+  const DenseColumn* Dense(int i) const;
+
   const Workspace& ws_;
   const std::vector<MissingCodes>& missing_;
   std::vector<int> columns_;
   std::vector<MissingCodes> codesAt_;  // the codes of each position of the feed
   char separator_;
+  mutable std::vector<std::unique_ptr<DenseColumn>> dense_;  // by position, once read
+  mutable std::vector<std::uint8_t> denseTried_;
+  mutable std::size_t denseBytes_ = 0;
 };
 
 // The groups of variable v; kind 0 when its group type is none, unknown or its labels

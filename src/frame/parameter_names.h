@@ -78,6 +78,7 @@ inline constexpr ToggleParameter kSaveScale{"saveScale"};
 inline constexpr IntegerParameter kItemMin{"itemMin"};
 inline constexpr IntegerParameter kItemMax{"itemMax"};
 inline constexpr FlagParameter kConvertNegativeItems{"convertNegativeItems"};
+inline constexpr FlagParameter kSociometric{"sociometric"};
 
 }  // namespace param
 }  // namespace tarvika

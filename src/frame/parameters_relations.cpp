@@ -49,6 +49,7 @@ const std::vector<ParameterDefinition>& RelationsParameters() {
       {"itemMin", K::Integer, "1", -1000000, 1000000, {}, "item minimum:", "item minimum:"},
       {"itemMax", K::Integer, "5", -1000000, 1000000, {}, "item maximum:", "item maximum:"},
       {"convertNegativeItems", K::Flag, "off", 0, 0, {}, "Convert negative items", "Negatív itemek átfordítása"},
+      {"sociometric", K::Flag, "off", 0, 0, {}, "Sociometric questionnaire", "Szociometriai kérdőív"},
   };
   return definitions;
 }

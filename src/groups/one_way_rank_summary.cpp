@@ -7,30 +7,17 @@
 
 #include "frame/analysis_run.h"
 #include "frame/number_text.h"
+#include "groups/one_way_text.h"
 #include "stats/one_way.h"
 
 namespace tarvika {
 namespace {
 
+using one_way_text::BySize;
+using one_way_text::PCell;
+using one_way_text::WriteTriple;
+
 constexpr int kMaxSummaryGroups = 10;
-
-std::string BySize(double x) {
-  return Fixed(x, IntervalDecimals(x, x));
-}
-
-std::string PCell(const PValue& p) {
-  return fmt::format("{:.4f}{}", p.p, p.marker);
-}
-
-void WriteTriple(ReportWriter& r, bool defined, double statistic, double df, const PValue& p) {
-  if (!defined || df < 0.01) {
-    for (int i = 0; i < 3; ++i) r.NumberCell(" ...");
-    return;
-  }
-  r.NumberCell(Fixed(statistic, 3));
-  r.NumberCell(Fixed(df, df == std::floor(df) ? 0 : 1));
-  r.NumberCell(PCell(p));
-}
 
 void WriteTwoGroups(AnalysisRun& run, const std::vector<const RankSummaryRow*>& rows) {
   ReportWriter& r = run.report;
@@ -52,8 +39,8 @@ void WriteTwoGroups(AnalysisRun& run, const std::vector<const RankSummaryRow*>& 
     r.NumberCell(Fixed(row->somersD2, 3));
     r.NumberCell(PCell(row->pLevene));
     r.NumberCell(PCell(row->pMannWhitney));
-    WriteTriple(r, row->fpDefined, row->fp, row->fpDf, row->fpP);
-    WriteTriple(r, row->bmDefined, row->bm, row->bmDf, row->bmP);
+    WriteTriple(r, row->fp, row->fpDf, row->fpP, row->fpDefined);
+    WriteTriple(r, row->bm, row->bmDf, row->bmP, row->bmDefined);
     r.Cell(run.request.longNames.at(row->dependent));
     r.EndRow();
   }

@@ -8,32 +8,17 @@
 #include "frame/analysis_run.h"
 #include "frame/number_text.h"
 #include "lang/utf8.h"
+#include "groups/one_way_text.h"
 #include "stats/one_way.h"
 
 namespace tarvika {
 namespace {
 
+using one_way_text::BySize;
+using one_way_text::PCell;
+using one_way_text::WriteTriple;
+
 constexpr int kMaxSummaryGroups = 10;
-
-// A number with its decimals by its size, as the intervals print them.
-std::string BySize(double x) {
-  return Fixed(x, IntervalDecimals(x, x));
-}
-
-std::string PCell(const PValue& p) {
-  return fmt::format("{:.4f}{}", p.p, p.marker);
-}
-
-// A statistic, its df and p; " ..." three times when there is no df.
-void WriteTriple(ReportWriter& r, double statistic, double df, const PValue& p, bool defined = true) {
-  if (!defined || df < 0.01) {
-    for (int i = 0; i < 3; ++i) r.NumberCell(" ...");
-    return;
-  }
-  r.NumberCell(Fixed(statistic, 3));
-  r.NumberCell(Fixed(df, df == std::floor(df) ? 0 : 1));
-  r.NumberCell(PCell(p));
-}
 
 std::string Cut(std::string_view name, std::size_t length) {
   return std::string(Utf8Prefix(name, length));

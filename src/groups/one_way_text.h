@@ -9,8 +9,10 @@
 #include <string_view>
 
 #include "frame/number_text.h"
+#include "frame/report_writer.h"
 #include "lang/utf8.h"
 #include "numeric/probability.h"
+#include "stats/one_way.h"
 
 namespace tarvika::one_way_text {
 
@@ -34,6 +36,27 @@ inline std::string SignSlot3(double x) {
 // "  (p = 0.1234)" and the marker.
 inline std::string PText(const PValue& p) {
   return fmt::format("  (p = {:.4f}){}", p.p, p.marker);
+}
+
+// A number with its decimals by its size, as the intervals print them.
+inline std::string BySize(double x) {
+  return Fixed(x, IntervalDecimals(x, x));
+}
+
+// A p with four decimals and its marker, as the summary tables print it.
+inline std::string PCell(const PValue& p) {
+  return fmt::format("{:.4f}{}", p.p, p.marker);
+}
+
+// A statistic, its df and p; " ..." three times when there is no df.
+inline void WriteTriple(ReportWriter& r, double statistic, double df, const PValue& p, bool defined = true) {
+  if (!defined || df < 0.01) {
+    for (int i = 0; i < 3; ++i) r.NumberCell(" ...");
+    return;
+  }
+  r.NumberCell(Fixed(statistic, 3));
+  r.NumberCell(Fixed(df, df == std::floor(df) ? 0 : 1));
+  r.NumberCell(PCell(p));
 }
 
 }  // namespace tarvika::one_way_text

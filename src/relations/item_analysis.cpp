@@ -14,6 +14,7 @@
 #include "stats/reliability.h"
 #include "workspace/new_variable.h"
 #include "workspace/workspace.h"
+#include "workspace/session.h"
 
 namespace tarvika {
 namespace {
@@ -224,6 +225,12 @@ void ConvertNegativeItems(AnalysisRun& run, const Scale& scale) {
 
 void ItemAnalysis(AnalysisRun& run) {
   ReportWriter& r = run.report;
+  // The sociometric analysis of a class reads the table as a matrix of choices; its
+  // scoring is not built yet.
+  if (run.request.Get(param::kSociometric)) {
+    r.Line(UnderConstruction(run.ws.language));
+    return;
+  }
   Scale scale;
   for (char role : {'X', 'Y'}) {
     for (int v = 1; v <= run.request.numberOfVariables; ++v) {

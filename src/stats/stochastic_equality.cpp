@@ -24,19 +24,6 @@ double Binomial(int n, int k) {
   return c;
 }
 
-GroupSample RankSample(const std::vector<double>& ranks) {
-  GroupSample g;
-  g.n = static_cast<int>(ranks.size());
-  if (g.n == 0) return g;
-  double sum = 0;
-  for (double r : ranks) sum += r;
-  g.mean = sum / g.n;
-  double ss = 0;
-  for (double r : ranks) ss += Square(r - g.mean);
-  if (g.n > 1 && ss > kTiny) g.variance = ss / (g.n - 1);
-  return g;
-}
-
 }  // namespace
 
 RankedGroups RankGroups(const std::vector<std::vector<double>>& values) {
@@ -69,7 +56,7 @@ RankedGroups RankGroups(const std::vector<std::vector<double>>& values) {
     r.crossTies += static_cast<double>(first) * second;
     i += t;
   }
-  for (const auto& ranks : r.ranks) r.samples.push_back(RankSample(ranks));
+  for (const auto& ranks : r.ranks) r.samples.push_back(SummarizeGroup(ranks));
   return r;
 }
 

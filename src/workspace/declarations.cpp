@@ -311,6 +311,17 @@ void ValidateDeclarations(Workspace& ws) {
   ws.data.SetCell(0, 0, "");
 }
 
+std::optional<std::pair<double, double>> NumericTypeRange(std::string_view type, char separator) {
+  if (!StartsWith(type, "num")) return std::nullopt;
+  std::string_view body = type.substr(std::min<std::size_t>(4, type.size()));
+  if (!body.empty() && body.back() == ';') body.remove_suffix(1);
+  auto [loText, hiText] = SplitAt(body, '_');
+  auto lo = ParseLocalNumber(loText, separator);
+  auto hi = ParseLocalNumber(hiText, separator);
+  if (!lo || !hi) return std::nullopt;
+  return std::pair{*lo, *hi};
+}
+
 bool CheckCell(Workspace& ws, int c, int r) {
   if (!ws.typeControl || c < 1 || r < 1 || c > ws.NumberOfVariables() || r > ws.NumberOfCases()) return true;
   std::string_view type = ws.vars.GetCell(kType, c);
@@ -331,14 +342,10 @@ bool CheckCell(Workspace& ws, int c, int r) {
     tellNonNumeric();
     return false;
   }
-  std::string_view body = type.substr(std::min<std::size_t>(4, type.size()));
-  if (!body.empty() && body.back() == ';') body.remove_suffix(1);
-  auto [loText, hiText] = SplitAt(body, '_');
-  auto lo = ParseLocalNumber(loText, ws.decimalSeparator);
-  auto hi = ParseLocalNumber(hiText, ws.decimalSeparator);
-  if (lo && hi && *lo < *hi && (*value < *lo || *value > *hi)) {
+  auto range = NumericTypeRange(type, ws.decimalSeparator);
+  if (range && range->first < range->second && (*value < range->first || *value > range->second)) {
     ws.user.Tell(fmt::format("{}{} - {}", ws.Text("Value out of the declared range: ", "Az érték kívül esik a megadott tartományon: "),
-                             FormatGeneral(*lo, ws.decimalSeparator), FormatGeneral(*hi, ws.decimalSeparator)));
+                             FormatGeneral(range->first, ws.decimalSeparator), FormatGeneral(range->second, ws.decimalSeparator)));
     return false;
   }
   return true;

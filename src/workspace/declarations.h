@@ -52,6 +52,9 @@ std::optional<std::vector<LabelEntry>> ParseLabelText(std::string_view text, boo
 // The group labels of variable v by its group type: codes or intervals; empty for none.
 std::optional<std::vector<LabelEntry>> ParseLabels(const Workspace& ws, int v);
 
+// The bounds lo, hi of a type "num=" lo "_" hi ";"; nullopt for another type or no bounds.
+std::optional<std::pair<double, double>> NumericTypeRange(std::string_view type, char separator);
+
 // Repairs a Type cell to one of its legal forms.
 std::string NormaliseType(std::string_view type, char separator);
 

@@ -186,6 +186,55 @@ bool IsPrintedExponentForm(const std::string& s, char separator) {
 
 }  // namespace
 
+bool CleanPlainDecimal(std::string_view s, char separator, std::string& out) {
+  constexpr std::size_t kMaxDigits = 13;  // as IsCleanNumber: well inside a double's 15
+  constexpr std::size_t kMaxDecimals = 11;
+  auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  const std::size_t n = s.size();
+  std::size_t i = 0;
+  const bool negative = n > 0 && s[0] == '-';
+  if (negative) ++i;
+  const std::size_t intBegin = i;
+  while (i < n && isDigit(s[i])) ++i;
+  if (i == intBegin) return false;
+  std::size_t intEnd = i;
+  std::size_t fracBegin = i, fracEnd = i;
+  if (i < n) {
+    if (s[i] != '.' && s[i] != ',') return false;
+    fracBegin = ++i;
+    while (i < n && isDigit(s[i])) ++i;
+    if (i != n) return false;
+    fracEnd = std::min(i, fracBegin + kMaxDecimals);
+  }
+  std::size_t intStart = intBegin;
+  while (intStart < intEnd && s[intStart] == '0') ++intStart;
+  while (fracEnd > fracBegin && s[fracEnd - 1] == '0') --fracEnd;
+  const std::size_t intDigits = intEnd - intStart, fracDigits = fracEnd - fracBegin;
+  if (intDigits == 0 && fracDigits == 0) {
+    out.assign("0");
+    return true;
+  }
+  if (intDigits > 0) {
+    if (intDigits + fracDigits > kMaxDigits) return false;
+  } else {
+    std::size_t zeros = 0;
+    while (s[fracBegin + zeros] == '0') ++zeros;
+    if (zeros > 3 || fracDigits - zeros > kMaxDigits) return false;
+  }
+  out.clear();
+  if (negative) out.push_back('-');
+  if (intDigits == 0) {
+    out.push_back('0');
+  } else {
+    out.append(s.substr(intStart, intDigits));
+  }
+  if (fracDigits > 0) {
+    out.push_back(separator);
+    out.append(s.substr(fracBegin, fracDigits));
+  }
+  return true;
+}
+
 std::optional<std::string> CleanNumber(std::string_view text, char separator) {
   std::size_t b = 0;
   while (b < text.size() && text[b] == ' ') ++b;

@@ -84,6 +84,15 @@ std::optional<std::string> CleanNumber(std::string_view text, char separator);
 // in the local separator. A text that is no number is kept as it is.
 void CleanNumericField(std::string& field, char separator);
 
+// CleanNumber's result for a plain decimal, straight from its text: an optional "-",
+// digits, and at most one "." or "," with digits after it ("48.90", "-0.570", "007",
+// "3,250"). Leading zeros go, decimals beyond the 11th are cut, trailing zeros go, "-0"
+// becomes "0", and the local separator is put in. False (and `out` unspecified) for any
+// other text, and where the general path must decide: more than 13 significant digits, or
+// a value below 0.0001 other than 0, which prints in exponent form. A load cleans every
+// numeric cell it reads, and most cells as other programs write them take this path.
+bool CleanPlainDecimal(std::string_view text, char separator, std::string& out);
+
 // True when CleanNumber would print the text back unchanged apart from its decimal
 // separator ("." or ","): an optional "-", digits without a leading zero, at most 11
 // decimals without a trailing zero, at most 13 significant digits, and no value below

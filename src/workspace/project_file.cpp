@@ -11,7 +11,10 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <optional>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 #include "lang/cp1250.h"
@@ -244,9 +247,12 @@ void SetCaseNumber(DataMatrix& data, int r) {
   data.SetCell(0, r, std::string_view(buf, static_cast<std::size_t>(res.ptr - buf)));
 }
 
-void ShowRowProgress(const Workspace& ws, int r, int m) {
-  if (r % 1000 != 0 || !ws.hooks.progress) return;
-  ws.ShowProgress(fmt::format("{}{} / {}", ws.Text("Loading cases: ", "Esetek betöltése: "), r, m));
+// The status line at every 1000th case of the rows [from, to).
+void ShowRowProgress(const Workspace& ws, int from, int to, int m) {
+  if (!ws.hooks.progress) return;
+  for (int r = (from + 999) / 1000 * 1000; r < to; r += 1000) {
+    ws.ShowProgress(fmt::format("{}{} / {}", ws.Text("Loading cases: ", "Esetek betöltése: "), r, m));
+  }
 }
 
 // The first tab in [p, e), or e. Eight bytes at a time while they are there: most fields
@@ -274,41 +280,33 @@ const char* SeparatorOf(std::string_view number) {
   return nullptr;
 }
 
-// Reads the m data lines into the workspace. The field is carried over from column to
-// column and from row to row: a row that runs out of tabs repeats its last cut field up
-// to the column before the last, and the last column takes what is left.
-void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
-  DataMatrix& data = ws.data;
-  const std::vector<char>& numeric = t.numeric;
-  const int n = data.NumberOfVariables();
-  const int m = data.NumberOfCases();
-  const char sep = ws.decimalSeparator;
-  // The field is a view: into the line, or into one of these when it had to change.
+// Cuts data lines into cells, one row at a time. A load runs two of these on the two
+// halves of a batch of lines. The field is carried over from column to column and from row
+// to row: a row that runs out of tabs repeats its last cut field up to the column before
+// the last, and the last column takes what is left; so a row depends on the row before
+// only when it has no tab at all, and a batch is split only before a row with a tab.
+class RowCutter {
+ public:
+  RowCutter(DataMatrix& data, const std::vector<char>& numeric, char sep)
+      : data_(data), numeric_(numeric), n_(data.NumberOfVariables()), sep_(sep) {}
+
+  // The field the next row starts from: the last one of the row before.
   std::string_view field;
-  std::string changed;  // a cleaned number that differs from its text
-  std::string carried;  // the field kept over from the row before
-  std::string converted;
-  std::string_view raw;
-  for (int r = 1; r <= m; ++r) {
-    ShowRowProgress(ws, r, m);
-    SetCaseNumber(data, r);
-    if (!field.empty() && field.data() != changed.data() && field.data() != carried.data()) {
-      carried.assign(field);  // the line it points into is about to go
-      field = carried;
-    }
-    if (!in.NextRaw(raw)) throw DamagedFile{};
+
+  void Row(int r, std::string_view raw) {
+    NumberRow(r);
     std::string_view line = raw;
     if (!IsAscii(raw)) {
-      converted.clear();
-      AppendCp1250AsUtf8(raw, converted);
-      line = converted;
+      converted_.clear();
+      AppendCp1250AsUtf8(raw, converted_);
+      line = converted_;
     }
     const char* p = line.data();
     const char* const e = p + line.size();
-    for (int c = 1; c <= n; ++c) {
+    for (int c = 1; c <= n_; ++c) {
       const char* tab = FindTab(p, e);
       bool cut = true;
-      if (c == n) {
+      if (c == n_) {
         field = std::string_view(p, static_cast<std::size_t>(tab - p));
       } else if (tab != e) {
         field = std::string_view(p, static_cast<std::size_t>(tab - p));
@@ -317,18 +315,128 @@ void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
       } else {
         cut = false;  // the row ended too soon: keep the field
       }
-      if (cut && numeric[c] && !field.empty()) {
+      if (cut && numeric_[c] && !field.empty()) {
         const char* s = SeparatorOf(field);
-        if (!IsCleanNumber(field) || (s != nullptr && *s != sep)) {
-          changed.assign(field);
-          CleanNumericField(changed, sep);
-          field = changed;
+        if (!IsCleanNumber(field) || (s != nullptr && *s != sep_)) {
+          if (!CleanPlainDecimal(field, sep_, changed_)) {
+            changed_.assign(field);
+            CleanNumericField(changed_, sep_);
+          }
+          field = changed_;
         }
       }
-      data.SetCell(c, r, field);
+      Set(c, r, field);
     }
-    t.casesRead = r;
   }
+
+  // Stores the long texts kept back, in the order of their rows.
+  void StoreLongCells() {
+    for (const LongCell& cell : long_) data_.SetCell(cell.c, cell.r, std::string_view(longText_).substr(cell.at, cell.size));
+    long_.clear();
+    longText_.clear();
+  }
+
+  // After the batch's lines go: the field to carry, copied out of them.
+  void KeepField(std::string& keep) {
+    keep.assign(field);
+    field = keep;
+  }
+
+ private:
+  // A long text goes into its column's arena, which takes one writer at a time: it waits
+  // until the batch is cut.
+  struct LongCell {
+    int c, r;
+    std::size_t at, size;
+  };
+
+  void Set(int c, int r, std::string_view text) {
+    if (data_.SetShortCell(c, r, text)) return;
+    long_.push_back({c, r, longText_.size(), text.size()});
+    longText_.append(text);
+  }
+
+  void NumberRow(int r) {
+    char buf[16];
+    auto res = std::to_chars(buf, buf + sizeof buf, r);
+    Set(0, r, std::string_view(buf, static_cast<std::size_t>(res.ptr - buf)));
+  }
+
+  DataMatrix& data_;
+  const std::vector<char>& numeric_;
+  const int n_;
+  const char sep_;
+  std::string changed_;    // a cleaned number that differs from its text
+  std::string converted_;   // a line in UTF-8
+  std::vector<LongCell> long_;
+  std::string longText_;
+};
+
+// The row of a batch where a second cutter may start: the first at or after the middle
+// with a tab (or any, with one variable); 0 when there is none.
+std::size_t SplitPoint(const std::vector<std::string_view>& lines, int n) {
+  for (std::size_t k = lines.size() / 2; k > 0 && k < lines.size(); ++k) {
+    if (n == 1 || lines[k].find('\t') != std::string_view::npos) return k;
+  }
+  return 0;
+}
+
+// Reads the m data lines into the workspace, a batch of lines at a time; each batch is cut
+// by two threads when the workspace allows it, with the same cells as one would give.
+void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
+  constexpr std::size_t kBatchRows = 16384;
+  constexpr std::size_t kSplitRows = 2048;  // fewer rows are not worth a thread
+  DataMatrix& data = ws.data;
+  const int m = data.NumberOfCases();
+  RowCutter first(data, t.numeric, ws.decimalSeparator), second(data, t.numeric, ws.decimalSeparator);
+  std::string batch, carried;
+  std::vector<std::size_t> ends;
+  std::vector<std::string_view> lines;
+  std::string_view raw;
+  bool ended = false;
+  for (int r0 = 1; r0 <= m && !ended;) {
+    batch.clear();
+    ends.clear();
+    const std::size_t wanted = std::min<std::size_t>(kBatchRows, static_cast<std::size_t>(m - r0 + 1));
+    while (ends.size() < wanted) {
+      if (!in.NextRaw(raw)) {
+        ended = true;
+        break;
+      }
+      batch.append(raw);
+      ends.push_back(batch.size());
+    }
+    ShowRowProgress(ws, r0, r0 + static_cast<int>(ends.size()), m);
+    lines.clear();
+    for (std::size_t k = 0, begin = 0; k < ends.size(); begin = ends[k++]) {
+      lines.emplace_back(batch.data() + begin, ends[k] - begin);
+    }
+    const std::size_t split = ws.loadThreads > 1 && lines.size() >= kSplitRows ? SplitPoint(lines, data.NumberOfVariables()) : 0;
+    auto cut = [&lines, r0](RowCutter& cutter, std::size_t from, std::size_t to) {
+      for (std::size_t k = from; k < to; ++k) cutter.Row(r0 + static_cast<int>(k), lines[k]);
+    };
+    RowCutter* last = &first;
+    if (split > 0) {
+      std::thread helper;
+      try {
+        helper = std::thread(cut, std::ref(second), split, lines.size());
+      } catch (const std::system_error&) {
+        cut(second, split, lines.size());  // no thread to be had: the same cells, later
+      }
+      cut(first, 0, split);
+      if (helper.joinable()) helper.join();
+      last = &second;
+    } else {
+      cut(first, 0, lines.size());
+    }
+    first.StoreLongCells();
+    second.StoreLongCells();
+    r0 += static_cast<int>(lines.size());
+    t.casesRead = r0 - 1;
+    last->KeepField(carried);  // the lines are about to go
+    first.field = carried;
+  }
+  if (ended) throw DamagedFile{};
   if (t.declaredCases > m) throw DamagedFile{};  // more cases claimed than the file can hold
 }
 

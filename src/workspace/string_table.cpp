@@ -36,12 +36,20 @@ void StringTable::Store(ColumnStore& col, Slot& slot, std::string_view s) {
   }
   auto len = static_cast<std::uint32_t>(s.size());
   if (IsLong(slot) && LongLength(col, slot) >= len) {
-    // Overwrite in place; the tail of the old text becomes garbage.
+    // Overwrite in place; the tail of the old text becomes garbage. The text may be a part
+    // of the cell's own old text, so the bytes are moved, not copied.
     std::uint64_t off = OffsetOf(slot);
     col.garbage += LongLength(col, slot) - len;
+    std::memmove(col.arena.data() + off + sizeof len, s.data(), s.size());
     std::memcpy(col.arena.data() + off, &len, sizeof len);
-    std::memcpy(col.arena.data() + off + sizeof len, s.data(), s.size());
     return;
+  }
+  // A text read from this very column (a paste or a sort moving cells within it) lives in
+  // the arena that the append below may reallocate: copy it out first.
+  std::string own;
+  if (!col.arena.empty() && s.data() >= col.arena.data() && s.data() < col.arena.data() + col.arena.size()) {
+    own.assign(s);
+    s = own;
   }
   Release(col, slot);
   std::uint64_t off = col.arena.size();
@@ -153,6 +161,14 @@ void StringTable::DeleteRows(int r, int count) {
     if (col.garbage > 0 && col.garbage * 2 > col.arena.size()) Compact(col);
   }
   rows_ -= count;
+}
+
+void StringTable::PermuteRows(int first, const std::vector<int>& order) {
+  std::vector<Slot> moved(order.size());
+  for (ColumnStore& col : columns_) {
+    for (std::size_t i = 0; i < order.size(); ++i) moved[i] = col.cells[order[i]];
+    std::copy(moved.begin(), moved.end(), col.cells.begin() + first);
+  }
 }
 
 void StringTable::ClearCells() {

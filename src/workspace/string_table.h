@@ -32,6 +32,11 @@ class StringTable {
   // Writing outside the table is ignored. The text is stored as given.
   void SetCell(int c, int r, std::string_view s);
 
+  // Stores a text of up to 7 bytes into a cell that holds no long text, touching nothing
+  // but that cell's slot, so that a load may fill different rows from several threads.
+  // False, and nothing stored, for any other text or cell.
+  bool SetShortCell(int c, int r, std::string_view s);
+
   std::vector<std::string> Column(int c) const;
   std::vector<std::string> Row(int r) const;
   // Stores a whole column or row; missing entries become empty, surplus ones are ignored.
@@ -44,6 +49,11 @@ class StringTable {
   void DeleteColumns(int c, int count);
   void InsertRows(int r, int count);
   void DeleteRows(int r, int count);
+
+  // Reorders rows: row first + i receives what row order[i] held (order lists rows inside
+  // first .. first + order.size() - 1, each once). Moves the cells' slots, not their texts,
+  // so sorting a million cases costs one pass over each column.
+  void PermuteRows(int first, const std::vector<int>& order);
 
   // Empties every cell, keeping the size.
   void ClearCells();
@@ -93,6 +103,17 @@ inline void StringTable::SetCell(int c, int r, std::string_view s) {
     return;
   }
   Store(col, slot, s);
+}
+
+inline bool StringTable::SetShortCell(int c, int r, std::string_view s) {
+  if (c < 0 || r < 0 || c >= ColCount() || r >= rows_ || s.size() > kInlineMax) return false;
+  Slot& slot = columns_[c].cells[r];
+  if (IsLong(slot)) return false;
+  Slot fresh{};
+  for (std::size_t i = 0; i < s.size(); ++i) fresh.bytes[i] = static_cast<unsigned char>(s[i]);
+  fresh.bytes[7] = static_cast<unsigned char>(s.size());
+  slot = fresh;
+  return true;
 }
 
 }  // namespace tarvika

@@ -71,6 +71,13 @@ TEST_F(RegressionCli, SavedVariablesRoundTripThroughTheProjectFile) {
   EXPECT_NE(project.find("\r\n4\t4\t3\t2\t3\t8\t1\t3.651\t-0.9794\r\n", data), std::string::npos);
   EXPECT_NE(project.find("\r\n4\t\t3\t2\t3\t\t2\t\t\r\n", data), std::string::npos);
 
+  // The sociometric branch is one line, and changes nothing.
+  r = Cli("run '" + ProjectPath("items") + "' --command 35 --vars A,B --set sociometric=on --set saveScale=Yes "
+          "--save '" + saved + "' --lang hu");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("Elnézést, ez a rész még készül."), std::string::npos);
+  EXPECT_EQ(r.out.find("Cronbach"), std::string::npos);
+
   // The scale keeps its formula as help text; the negative item is turned around.
   r = Cli("run '" + ProjectPath("items") + "' --command 35 --vars A,B,C --y D --set saveScale=Yes "
           "--set convertNegativeItems=on --set scaleName=Joy --save '" + saved + "' --lang en");

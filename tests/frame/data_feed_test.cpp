@@ -57,6 +57,38 @@ TEST(DataFeed, TheTwoReadersDifferOnForeignTextOnly) {
   EXPECT_TRUE(value[4].missing);
 }
 
+TEST(DataFeed, ColumnsConvertedWholeReadAsCellByCell) {
+  // Enough rows for the conversion to be shared by two threads: every kind of cell at
+  // both ends of each half, read in any order, gives what the cell itself says.
+  const int m = 70001;
+  std::vector<std::vector<std::string>> rows;
+  std::vector<Read> expected;
+  for (int r = 1; r <= m; ++r) {
+    switch (r % 5) {
+      case 0: rows.push_back({""}); expected.push_back({0, true}); break;
+      case 1: rows.push_back({"abc"}); expected.push_back({0, true}); break;
+      case 2: rows.push_back({"9"}); expected.push_back({9, true}); break;  // the missing code
+      case 3: rows.push_back({std::to_string(r) + ",25"}); expected.push_back({r + 0.25, false}); break;
+      default: rows.push_back({"-" + std::to_string(r)}); expected.push_back({-1.0 * r, false}); break;
+    }
+  }
+  MemoryWorkspace w({{"x", "", "", "none", "9"}}, rows, Language::English, ',');
+  std::vector<MissingCodes> codes = ParseMissing(w.ws);
+  DataFeed feed(w.ws, codes, {0, 1});
+  for (int r : {m, 1, m / 2, m / 2 + 1, 2, m - 1, 35000}) {
+    double value;
+    const bool missing = feed.ReadPosition(r, 1, value);
+    EXPECT_EQ(missing, expected[r - 1].missing) << r;
+    EXPECT_EQ(value, expected[r - 1].value) << r;
+  }
+  int wrong = 0;
+  for (int r = 1; r <= m; ++r) {
+    double value;
+    wrong += feed.ReadPosition(r, 1, value) != expected[r - 1].missing || value != expected[r - 1].value;
+  }
+  EXPECT_EQ(wrong, 0);
+}
+
 TEST(DataFeed, MissingCodesUseTheToleranceAndRanges) {
   MemoryWorkspace m({{"a", "", "", "none", "9/99"}, {"b", "", "", "none", "90_99/-1"}, {"c", "", "", "none", "1/2/3"}},
                     {});

@@ -76,6 +76,43 @@ TEST(Numbers, CleaningACleanedNumberChangesNothing) {
   }
 }
 
+TEST(Numbers, PlainDecimalsCleanAsTheGeneralPathDoes) {
+  // A table of forms around the edges of the short path: signs, leading and trailing zeros,
+  // either separator, 0 to 16 digits before and after it, values near 0.0001.
+  const char* ints[] = {"", "0", "00", "7", "007", "10", "1234567890", "123456789012", "1234567890123",
+                        "12345678901234", "1234567890123456"};
+  const char* fracs[] = {"", "0", "00", "5", "50", "05", "0001", "00010", "00009", "000099", "123456789",
+                         "12345678901", "123456789010", "1234567890123", "10000000000001", "0000000000001"};
+  int taken = 0, total = 0;
+  std::string fast;
+  for (const char* sign : {"", "-"}) {
+    for (const char* i : ints) {
+      for (const char* f : fracs) {
+        for (const char* point : {"", ".", ","}) {
+          if (*point == '\0' && *f != '\0') continue;
+          const std::string text = std::string(sign) + i + point + f;
+          for (char sep : {'.', ','}) {
+            ++total;
+            if (!CleanPlainDecimal(text, sep, fast)) continue;
+            ++taken;
+            EXPECT_EQ(CleanNumber(text, sep), fast) << text << " with " << sep;
+          }
+        }
+      }
+    }
+  }
+  EXPECT_GT(taken, total / 2);  // the short path is not a rare one
+  // The forms other programs write take it.
+  for (const char* text : {"48.90", "-0.57", "3,250", "007", "-0", "12.", "0.0001", "100.000"}) {
+    EXPECT_TRUE(CleanPlainDecimal(text, '.', fast)) << text;
+    EXPECT_EQ(CleanNumber(text, '.'), fast) << text;
+  }
+  // And what is no plain decimal does not.
+  for (const char* text : {"", "-", ".5", "+1", " 1", "1e5", "1.2.3", "1,2.3", "0.00009", "12345678901234", "x"}) {
+    EXPECT_FALSE(CleanPlainDecimal(text, '.', fast)) << text;
+  }
+}
+
 TEST(Numbers, PlainDecimalsReadExactlyAsTheGeneralParser) {
   // Cells of up to 15 digits take a shorter path; it must give the correctly rounded double.
   std::uint64_t state = 7;

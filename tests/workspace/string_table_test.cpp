@@ -72,5 +72,33 @@ TEST(StringTable, ResizesInsertsAndDeletesWholeRowsAndColumns) {
   EXPECT_EQ(t.GetCell(-1, 0), "");
 }
 
+
+// Copying a cell within its own column hands Store a view into the arena it appends to: the
+// append may reallocate the arena under the view (AddressSanitizer reports the read).
+TEST(StringTable, CopiesCellsWithinTheirOwnColumn) {
+  // Each copy of the 8-byte text over an inline one appends a 12-byte record; the arena
+  // doubles about twenty times, often between the length and the text of a record.
+  StringTable t(2, 100001);
+  t.SetCell(1, 0, "8 bytes!");
+  for (int r = 1; r <= 100000; ++r) t.SetCell(1, r, "x");
+  for (int r = 1; r <= 100000; ++r) t.SetCell(1, r, t.GetCell(1, 0));
+  for (int r = 1; r <= 100000; ++r) ASSERT_EQ(t.GetCell(1, r), "8 bytes!") << r;
+  // Reversing the column by swaps through the table's own views, as a sort does.
+  StringTable u(1, 64);
+  for (int r = 0; r < 64; ++r) u.SetCell(0, r, "value " + std::string(r, 'x'));
+  for (int r = 0; r < 32; ++r) {
+    std::string low(u.GetCell(0, r));
+    u.SetCell(0, r, u.GetCell(0, 63 - r));
+    u.SetCell(0, 63 - r, low);
+  }
+  for (int r = 0; r < 64; ++r) ASSERT_EQ(u.GetCell(0, r), "value " + std::string(63 - r, 'x')) << r;
+  // A cell set to a part of its own text: the bytes overlap in place.
+  t.SetCell(0, 0, "abcdefghijklmnopqrstuvwxyz");
+  t.SetCell(0, 0, t.GetCell(0, 0).substr(3));
+  EXPECT_EQ(t.GetCell(0, 0), "defghijklmnopqrstuvwxyz");
+  t.SetCell(0, 0, t.GetCell(0, 0).substr(0, 10));
+  EXPECT_EQ(t.GetCell(0, 0), "defghijklm");
+}
+
 }  // namespace
 }  // namespace tarvika

@@ -1,0 +1,141 @@
+#include "editing/cell_journal.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+
+#include "workspace/project_file.h"
+
+namespace tarvika {
+
+std::string CellJournal::FormatEntry(int col, int row, std::string_view text) {
+  return fmt::format("[{};{}]{}", col, row, text);
+}
+
+std::optional<JournalCell> CellJournal::ParseEntry(std::string_view entry) {
+  std::size_t close = entry.find(']');
+  std::size_t semi = entry.find(';');
+  if (entry.empty() || entry[0] != '[' || close == std::string_view::npos || semi > close) return std::nullopt;
+  JournalCell cell;
+  auto number = [](std::string_view s, int& out) {
+    auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), out);
+    return ec == std::errc() && end == s.data() + s.size() && !s.empty();
+  };
+  if (!number(entry.substr(1, semi - 1), cell.col) || !number(entry.substr(semi + 1, close - semi - 1), cell.row)) {
+    return std::nullopt;
+  }
+  cell.text = std::string(entry.substr(close + 1));
+  return cell;
+}
+
+void CellJournal::Record(int col, int row, std::string_view text) {
+  std::string entry = FormatEntry(col, row, text);
+  if (entries_[position_].text == entry && !entries_[position_].snapshot) return;
+  entries_.insert(entries_.begin() + position_ + 1, Entry{std::move(entry), nullptr});
+  ++position_;
+}
+
+void CellJournal::RecordSnapshot(std::shared_ptr<const TableSnapshot> snapshot) {
+  entries_.insert(entries_.begin() + position_ + 1, Entry{std::string(), std::move(snapshot)});
+  ++position_;
+}
+
+std::optional<JournalCell> CellJournal::Undo(Workspace& ws) {
+  if (!CanUndo()) return std::nullopt;
+  --position_;
+  return Apply(ws, entries_[position_]);
+}
+
+std::optional<JournalCell> CellJournal::Redo(Workspace& ws) {
+  if (!CanRedo()) return std::nullopt;
+  ++position_;
+  return Apply(ws, entries_[position_]);
+}
+
+std::optional<JournalCell> CellJournal::Apply(Workspace& ws, const Entry& entry) const {
+  if (entry.snapshot) {
+    ws.data = entry.snapshot->data;
+    ws.vars = entry.snapshot->vars;
+    ws.dataChanged = true;
+    return std::nullopt;
+  }
+  auto cell = ParseEntry(entry.text);
+  if (!cell) return std::nullopt;
+  StringTable& t = TableOf(ws, table_);
+  if (cell->col < 0 || cell->row < 0 || cell->col >= t.ColCount() || cell->row >= t.RowCount()) return std::nullopt;
+  t.SetCell(cell->col, cell->row, cell->text);
+  if (table_ == ActiveTable::VarTabl && cell->col == kShortName && cell->row >= 1) {
+    ws.data.SetCell(cell->row, 0, cell->text);
+  }
+  ws.dataChanged = true;
+  return cell;
+}
+
+namespace {
+
+std::filesystem::path UndoFolder(const Workspace& ws) { return std::filesystem::path(ws.programFolder) / "undo"; }
+
+std::filesystem::path UndoCopyPath(const Workspace& ws, std::string_view name) {
+  std::filesystem::path file(std::string{name});
+  file.replace_extension(".und");
+  return UndoFolder(ws) / file.filename();
+}
+
+}  // namespace
+
+std::vector<std::string> UndoCopies(const Workspace& ws) {
+  std::vector<std::string> names;
+  std::error_code ec;
+  for (const auto& e : std::filesystem::directory_iterator(UndoFolder(ws), ec)) {
+    if (e.path().extension() == ".und") names.push_back(e.path().stem().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool UndoCopyExists(const Workspace& ws, std::string_view name) {
+  std::error_code ec;
+  return std::filesystem::exists(UndoCopyPath(ws, name), ec);
+}
+
+std::string UndoCopyExistsWarning(const Workspace& ws) {
+  return std::string(ws.Text("the file exsists . . .\r\n. . . overwrite it ?", "a fájl létezik . . .\r\n. . . felülírja ?"));
+}
+
+bool SaveUndoCopy(Workspace& ws, std::string_view name) {
+  std::error_code ec;
+  std::filesystem::create_directories(UndoFolder(ws), ec);
+  // A copy is not the project: its title, known file, changed state and the list of recent
+  // files stay.
+  const std::string title = ws.title;
+  const std::string known = ws.knownFile;
+  const auto identity = ws.knownFileIdentity;
+  const bool changed = ws.dataChanged;
+  const std::vector<std::string> recent = LoadRecentFiles(ws);
+  bool saved = SaveProject(ws, UndoCopyPath(ws, name).string());
+  StoreRecentFiles(ws, recent);
+  ws.title = title;
+  ws.knownFile = known;
+  ws.knownFileIdentity = identity;
+  ws.dataChanged = changed;
+  return saved;
+}
+
+bool RestoreUndoCopy(Workspace& ws, std::string_view name) {
+  const std::string path = UndoCopyPath(ws, name).string();
+  if (!UndoCopyExists(ws, name)) {
+    ws.user.Tell(ws.Text("The file not found!", "A fájl nem található!"));
+    return false;
+  }
+  LoadResult result = LoadProject(ws, path);
+  if (result != LoadResult::Loaded) return false;
+  ws.title = "Tarvika: ";
+  ws.knownFile.clear();
+  ws.knownFileIdentity.reset();
+  ws.dataChanged = true;
+  return true;
+}
+
+}  // namespace tarvika
