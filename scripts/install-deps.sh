@@ -8,7 +8,7 @@ packages=(
   libfmt-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   libboost-dev libboost-math-dev libeigen3-dev
-  libreadstat-dev libzip-dev libpugixml-dev libxlsxwriter-dev
+  libreadstat-dev libzip-dev libpugixml-dev libxlsxwriter-dev libfreexl-dev
   qt6-base-dev fonts-dejavu-core
 )
 

@@ -63,6 +63,8 @@ void RegisterTransformCommand(CLI::App& app, CliContext& context);
 void RegisterRandomCommand(CLI::App& app, CliContext& context);
 void RegisterRecodeCommand(CLI::App& app, CliContext& context);
 void RegisterCountCommand(CLI::App& app, CliContext& context);
+void RegisterImportCommand(CLI::App& app, CliContext& context);
+void RegisterExportCommand(CLI::App& app, CliContext& context);
 
 // What a command needs of the program folder beyond what every command needs.
 enum class Needs { Settings, Tables };

@@ -24,6 +24,8 @@ int main(int argc, char** argv) {
   tarvika::cli::RegisterResave(app, context);
   tarvika::cli::RegisterSettingsCommands(app, context);
   tarvika::cli::RegisterRunCommand(app, context);
+  tarvika::cli::RegisterImportCommand(app, context);
+  tarvika::cli::RegisterExportCommand(app, context);
   tarvika::cli::RegisterShapeCommands(app, context);
   tarvika::cli::RegisterSortCommand(app, context);
   tarvika::cli::RegisterFindCommand(app, context);

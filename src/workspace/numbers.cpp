@@ -269,4 +269,13 @@ std::optional<std::string> CleanNumber(std::string_view text, char separator) {
   return FormatGeneral(*value, separator);
 }
 
+void CleanNumericField(std::string& field, char separator) {
+  if (!IsCleanNumber(field)) {
+    if (auto cleaned = CleanNumber(field, separator)) field = std::move(*cleaned);
+  }
+  std::size_t p = field.find('.');
+  if (p == std::string::npos) p = field.find(',');
+  if (p != std::string::npos) field[p] = separator;
+}
+
 }  // namespace tarvika

@@ -80,6 +80,10 @@ std::string FormatFixed(double value, int decimals);
 // Texts of one character are returned as they are. nullopt when the text is no number.
 std::optional<std::string> CleanNumber(std::string_view text, char separator);
 
+// A numeric field as the tables hold it: cleaned, and its first "." (or else its first ",")
+// in the local separator. A text that is no number is kept as it is.
+void CleanNumericField(std::string& field, char separator);
+
 // CleanNumber's result for a plain decimal, straight from its text: an optional "-",
 // digits, and at most one "." or "," with digits after it ("48.90", "-0.570", "007",
 // "3,250"). Leading zeros go, decimals beyond the 11th are cut, trailing zeros go, "-0"

@@ -241,17 +241,6 @@ bool LooksLikeText(int fd, long long& caseBound) {
 // ---------------------------------------------------------------------------------------
 // Data rows
 
-// A numeric field as the tables hold it: cleaned, and its first "." (or else its first ",")
-// in the local separator. A text that is no number is kept as it is.
-void CleanNumericField(std::string& field, char sep) {
-  if (!IsCleanNumber(field)) {
-    if (auto cleaned = CleanNumber(field, sep)) field = std::move(*cleaned);
-  }
-  std::size_t p = field.find('.');
-  if (p == std::string::npos) p = field.find(',');
-  if (p != std::string::npos) field[p] = sep;
-}
-
 void SetCaseNumber(DataMatrix& data, int r) {
   char buf[16];
   auto res = std::to_chars(buf, buf + sizeof buf, r);
