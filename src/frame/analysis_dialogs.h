@@ -58,6 +58,10 @@ std::vector<std::string> SourceList(const Workspace& ws, const AnalysisDialog& d
 // Turns a name into a legal short name (letters, digits, "_" and "."; at most 8 characters).
 std::string SanitiseVariableName(std::string_view name, std::string_view fallback);
 
+// The message that a run would refuse the selection with (the command's own checks), or
+// empty; a form shows it and keeps its run button off while it is there.
+std::string SelectionRefusal(const Workspace& ws, const AnalysisDialog& dialog);
+
 struct PreparedRun {
   AnalysisRequest request;
   std::string error;  // the message of a refused selection; the tables are then unchanged

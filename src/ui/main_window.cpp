@@ -5,16 +5,20 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QLibraryInfo>
 #include <QMenuBar>
+#include <QSet>
 #include <QStatusBar>
 #include <QStyledItemDelegate>
 
+#include "analyses/command_table.h"
 #include "frame/command_info.h"
+#include "ui/analysis_form.h"
 #include "ui/default_variable_form.h"
 #include "ui/qt_text.h"
 #include "ui/recent_files_window.h"
 #include "ui/report_window.h"
-#include "ui/single_sample_form.h"
+#include "ui/results_pane.h"
 #include "ui/table_models.h"
 #include "workspace/main_menu.h"
 #include "workspace/project_file.h"
@@ -45,6 +49,35 @@ const char* kOpenFilter =
     "Tarvika (*.msw);;Text file (*.txt);;Text file (*.csv);;SPSS sav (*.sav);;SPSS portable (*.por);;"
     "EXCEL (*.xls, *.xlsx) (*.xls*);;(*.*) (*)";
 
+// The standard keys of the entries; an entry whose command is not built yet keeps its key
+// for the day it is.
+QKeySequence ShortcutOf(std::string_view command) {
+  static const std::map<std::string_view, QKeySequence> keys = {
+      {"file.new", QKeySequence::New},       {"file.open", QKeySequence::Open},
+      {"file.save", QKeySequence::Save},     {"file.exit", QKeySequence::Quit},
+      {"edit.undo", QKeySequence(Qt::CTRL | Qt::Key_Z)}, {"edit.redo", QKeySequence(Qt::CTRL | Qt::Key_Y)},
+      {"edit.cut", QKeySequence::Cut},       {"edit.copy", QKeySequence::Copy},
+      {"edit.paste", QKeySequence::Paste},   {"edit.find_replace", QKeySequence::Find},
+      {"help.manual", QKeySequence::HelpContents}, {"file.print", QKeySequence::Print},
+  };
+  auto it = keys.find(command);
+  return it == keys.end() ? QKeySequence() : it->second;
+}
+
+// A caption with a mnemonic: the first letter not yet taken in its menu gets the "&".
+QString WithMnemonic(const QString& caption, QSet<QChar>& taken) {
+  for (int i = 0; i < caption.size(); ++i) {
+    QChar c = caption[i].toLower();
+    if (!c.isLetterOrNumber() || taken.contains(c)) continue;
+    taken.insert(c);
+    QString marked = caption;
+    marked.replace("&", "&&");
+    int shift = static_cast<int>(caption.left(i).count('&'));
+    return marked.insert(i + shift, '&');
+  }
+  return QString(caption).replace("&", "&&");
+}
+
 }  // namespace
 
 MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent), session_(session) {
@@ -67,6 +100,17 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   status_ = new QLabel(this);
   statusBar()->addWidget(status_, 1);
   connect(variableModel_, &VariableTableModel::NamesChanged, dataModel_, &DataMatrixModel::Reload);
+  for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(dataModel_), static_cast<QAbstractItemModel*>(variableModel_)}) {
+    connect(model, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowTitle);
+  }
+
+  results_ = new ResultsPane(this);
+  resultsDock_ = new QDockWidget(this);
+  resultsDock_->setObjectName("results");
+  resultsDock_->setWidget(results_);
+  resultsDock_->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+  addDockWidget(Qt::RightDockWidgetArea, resultsDock_);
+  resultsDock_->hide();
 
   ws.hooks.progress = [this](std::string_view text, std::string_view) { ShowStatus(text); };
   ws.hooks.showReport = [this](const std::string& path) { ShowReportFile(path); };
@@ -78,13 +122,23 @@ MainWindow::~MainWindow() {
   session_.ws.hooks.showReport = nullptr;
 }
 
-TKijelolForm* MainWindow::SingleSampleForm() {
-  if (singleForm_ == nullptr) {
-    singleForm_ = new TKijelolForm(session_.ws, this);
-    singleForm_->setWindowFlag(Qt::Window);
-    singleForm_->ApplyLanguage(Texts());
+AnalysisForm* MainWindow::Form(DialogKind kind) {
+  AnalysisForm*& form = forms_[kind];
+  if (form == nullptr) {
+    form = new AnalysisForm(session_.ws, kind, this);
+    form->setWindowFlag(Qt::Window);
+    form->ApplyLanguage(Texts());
+    connect(form, &AnalysisForm::AboutToRun, this, [this](const QString& title, const QString& variables) {
+      pendingTitle_ = title;
+      pendingVariables_ = variables;
+    });
   }
-  return singleForm_;
+  return form;
+}
+
+QAction* MainWindow::MenuAction(const QString& command) const {
+  auto it = actions_.find(command);
+  return it == actions_.end() ? nullptr : it->second;
 }
 
 ReportWindow* MainWindow::Reports() {
@@ -105,16 +159,55 @@ RecentFilesWindow* MainWindow::RecentFiles() {
 }
 
 void MainWindow::ShowReportFile(const std::string& path) {
-  // A text report opens in the viewer; an html one in the system's handler.
-  if (path.ends_with(".html")) {
-    if (Reports()->Viewer().openExternal) Reports()->Viewer().openExternal(path);
-    return;
-  }
-  Reports()->OpenReport();
+  // Every report joins the results pane beside the data; the viewer of the files is the
+  // Output entry of the View menu.
+  results_->AddReportFile(pendingTitle_, pendingVariables_, path);
+  pendingTitle_.clear();
+  pendingVariables_.clear();
+  resultsDock_->show();
+  resultsDock_->raise();
 }
 
 void MainWindow::ResetDialogs() {
-  if (singleForm_ != nullptr) singleForm_->Reset();
+  for (auto& [kind, form] : forms_) form->Reset();
+}
+
+void MainWindow::ShowTitle() {
+  // The unsaved-changes marker, as desktop programs show it.
+  setWindowTitle(ToQt(session_.ws.title) + (session_.ws.dataChanged ? " *" : ""));
+}
+
+void MainWindow::ApplyQtTranslations() {
+  // Qt's own dialogs (file dialogs, standard buttons) speak the session's language.
+  if (qtTranslated_) QCoreApplication::removeTranslator(&qtTranslator_);
+  qtTranslated_ = false;
+  if (session_.ws.language != Language::Hungarian) return;
+  if (qtTranslator_.load(QLocale(QLocale::Hungarian), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    qtTranslated_ = QCoreApplication::installTranslator(&qtTranslator_);
+  }
+}
+
+void MainWindow::FillRecentMenu() {
+  if (recentMenu_ == nullptr) return;
+  recentMenu_->clear();
+  int n = 0;
+  for (const std::string& path : RecentFilesToShow(session_.ws)) {
+    if (++n > 9) break;
+    QString file = ToQt(path);
+    QAction* action = recentMenu_->addAction(QString("&%1 %2").arg(n).arg(file));
+    connect(action, &QAction::triggered, this, [this, file] { OpenFile(file); });
+  }
+  recentMenu_->setEnabled(n > 0);
+}
+
+void MainWindow::ExportResults(bool html) {
+  Workspace& ws = session_.ws;
+  QString filter = html ? "HTML (*.html)" : "Text (*.txt)";
+  QString path = QFileDialog::getSaveFileName(this, QString(), ToQt(session_.ProgramPath("output")), filter);
+  if (path.isEmpty()) return;
+  std::string error;
+  bool ok = html ? results_->ExportHtml(path.toStdString(), &error) : results_->ExportText(path.toStdString(), &error);
+  if (!ok) ws.user.TellAs(MessageKind::Error, std::string(ws.Text("The output could not be written: ", "A kimenet nem írható: ")) + error);
 }
 
 void MainWindow::ShowStatus(std::string_view text) {
@@ -128,7 +221,10 @@ void MainWindow::ShowStatus(std::string_view text) {
 void MainWindow::Refresh() {
   Workspace& ws = session_.ws;
   texts_ = LanguageTexts::Load(session_.ws.programFolder, ws.language);
-  setWindowTitle(ToQt(ws.title));
+  ApplyQtTranslations();
+  ShowTitle();
+  resultsDock_->setWindowTitle(ToQt(ws.Text("Results", "Eredmények")));
+  results_->SetCopyWord(ToQt(ws.Text("Copy table", "Táblázat másolása")));
   pages_->setTabText(0, ToQt(ws.Text("Data matrix", "Adattáblázat")));
   pages_->setTabText(1, ToQt(ws.Text("Variables", "Változók deklarációi")));
   dataModel_->Reload();
@@ -146,7 +242,7 @@ void MainWindow::Refresh() {
   }
   ApplyFontSize();
   BuildMenus();
-  if (singleForm_ != nullptr) singleForm_->ApplyLanguage(Texts());
+  for (auto& [kind, form] : forms_) form->ApplyLanguage(Texts());
   if (reportWindow_ != nullptr) reportWindow_->ApplyLanguage(Texts());
   if (recentWindow_ != nullptr) recentWindow_->ApplyLanguage(Texts());
 }
@@ -162,10 +258,18 @@ void MainWindow::ApplyFontSize() {
 }
 
 void MainWindow::BuildMenus() {
+  Workspace& ws = session_.ws;
+  // The old menus go once their last signal is done (a language change comes from one).
+  for (QMenu* old : menuBar()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) old->deleteLater();
   menuBar()->clear();
+  actions_.clear();
+  recentMenu_ = nullptr;
+  const QString notBuilt = ToQt(UnderConstruction(ws.language));
   std::function<void(QMenu*, const std::vector<MenuEntry>&)> fill = [&](QMenu* menu, const std::vector<MenuEntry>& entries) {
+    QSet<QChar> taken;
+    menu->setToolTipsVisible(true);
     for (const MenuEntry& e : entries) {
-      QString caption = texts_ ? ToQt(texts_->Caption(e.tag)).trimmed() : ToQt(e.command);
+      QString caption = WithMnemonic(texts_ ? ToQt(texts_->Caption(e.tag)).trimmed() : ToQt(e.command), taken);
       if (e.command.empty()) {
         fill(menu->addMenu(caption), e.children);
         continue;
@@ -173,16 +277,40 @@ void MainWindow::BuildMenus() {
       QAction* action = menu->addAction(caption);
       QString command = ToQt(e.command);
       action->setData(command);
+      action->setShortcut(ShortcutOf(e.command));
       if (texts_) {
         if (const Hint* hint = texts_->HintOf(e.tag)) action->setStatusTip(ToQt(hint->shortHint));
       }
+      // An entry whose work isn't built is greyed out and says so; it lights up once it is.
+      if (!MenuEntryIsBuilt(e.command)) {
+        action->setEnabled(false);
+        action->setToolTip(notBuilt);
+      }
+      actions_[command] = action;
       connect(action, &QAction::triggered, this, [this, command] { RunCommand(command); });
+      if (e.command == "file.recent") {
+        recentMenu_ = menu->addMenu(WithMnemonic(ToQt(ws.Text("Recent files", "Legutóbbi fájlok")), taken));
+        recentMenu_->setObjectName("recent");
+      }
+      if (e.command == "view.output") {
+        QAction* pane = resultsDock_->toggleViewAction();
+        pane->setText(WithMnemonic(ToQt(ws.Text("Results pane", "Eredmények panel")), taken));
+        menu->addAction(pane);
+        for (bool html : {true, false}) {
+          QString text = ToQt(html ? ws.Text("Export results as HTML...", "Eredmények exportálása HTML-be...")
+                                   : ws.Text("Export results as text...", "Eredmények exportálása szövegként..."));
+          QAction* exportAction = menu->addAction(WithMnemonic(text, taken));
+          connect(exportAction, &QAction::triggered, this, [this, html] { ExportResults(html); });
+        }
+      }
     }
   };
+  QSet<QChar> topTaken;
   for (const MenuEntry& top : MainMenu()) {
     QString caption = texts_ ? ToQt(texts_->Caption(top.tag)).trimmed() : QString();
-    fill(menuBar()->addMenu(caption), top.children);
+    fill(menuBar()->addMenu(WithMnemonic(caption, topTaken)), top.children);
   }
+  FillRecentMenu();
 }
 
 bool MainWindow::OpenFile(const QString& path) {
@@ -197,8 +325,17 @@ bool MainWindow::SaveAs() {
   if (path.isEmpty()) return false;
   if (!path.endsWith(".msw", Qt::CaseInsensitive)) path += ".msw";
   bool ok = SaveProject(session_.ws, path.toStdString());
-  Refresh();
+  ShowTitle();
+  FillRecentMenu();
   return ok;
+}
+
+static std::optional<DialogKind> DialogOfMenu(std::string_view command) {
+  // The dialogs the command table names, so a new dialog kind opens with no code here.
+  for (const CommandInfo& row : AllCommands().Rows()) {
+    if (Dialog(row.dialog).menuCommand == command) return row.dialog;
+  }
+  return std::nullopt;
 }
 
 void MainWindow::RunCommand(const QString& command) {
@@ -215,8 +352,10 @@ void MainWindow::RunCommand(const QString& command) {
       SaveAs();  // an untitled project (after a damaged file) gets a name first
       return;
     }
+    // The grid keeps its place: a save changes no cell, only the title and the recent files.
     SaveProject(ws, ws.CurrentFileName());
-    Refresh();
+    ShowTitle();
+    FillRecentMenu();
   } else if (name == "file.save_as") {
     SaveAs();
   } else if (name == "file.recent") {
@@ -227,8 +366,8 @@ void MainWindow::RunCommand(const QString& command) {
     Reports()->OpenReport();
   } else if (name == "variables.default") {
     DefaultVariableForm(ws, Texts(), this).exec();
-  } else if (name == Dialog(DialogKind::SingleSample).menuCommand) {
-    SingleSampleForm()->Open();
+  } else if (std::optional<DialogKind> kind = DialogOfMenu(name)) {
+    Form(*kind)->Open();
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {
@@ -243,7 +382,7 @@ void MainWindow::RunCommand(const QString& command) {
   } else if (name == "edit.type_control_off") {
     ws.typeControl = false;
   } else {
-    ws.user.Tell(UnderConstruction(ws.language));
+    ws.user.TellAs(MessageKind::Information, UnderConstruction(ws.language));
   }
 }
 

@@ -2,13 +2,17 @@
 // The main window: the two table pages, the menu bar built from the core's menu, the
 // status line, and the commands of the menu.
 
+#include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
+#include <QTranslator>
 #include <QTabWidget>
 #include <QTableView>
 
+#include <map>
 #include <optional>
 
+#include "frame/dialog_parameters.h"
 #include "lang/language_files.h"
 
 namespace tarvika {
@@ -16,7 +20,8 @@ namespace tarvika {
 class Session;
 class DataMatrixModel;
 class VariableTableModel;
-class TKijelolForm;
+class AnalysisForm;
+class ResultsPane;
 class ReportWindow;
 class RecentFilesWindow;
 
@@ -37,9 +42,15 @@ class MainWindow : public QMainWindow {
   QTableView* DataView() const { return dataView_; }
   QTableView* VariableView() const { return variableView_; }
   const LanguageTexts* Texts() const { return texts_ ? &*texts_ : nullptr; }
-  // The forms of the window, made when first needed.
-  TKijelolForm* SingleSampleForm();
+  // The forms of the window, made when first needed: one analysis form per dialog kind.
+  AnalysisForm* Form(DialogKind kind);
   ReportWindow* Reports();
+  // The results pane beside the data (a dock), with every run of the session.
+  ResultsPane* Results() const { return results_; }
+  QDockWidget* ResultsDock() const { return resultsDock_; }
+  // The menu action of a command, or nullptr.
+  QAction* MenuAction(const QString& command) const;
+  QMenu* RecentMenu() const { return recentMenu_; }
   RecentFilesWindow* RecentFiles();
 
  protected:
@@ -52,6 +63,10 @@ class MainWindow : public QMainWindow {
   bool SaveAs();
   void ShowReportFile(const std::string& path);
   void ResetDialogs();
+  void ShowTitle();
+  void FillRecentMenu();
+  void ExportResults(bool html);
+  void ApplyQtTranslations();
 
   Session& session_;
   std::optional<LanguageTexts> texts_;
@@ -61,7 +76,14 @@ class MainWindow : public QMainWindow {
   DataMatrixModel* dataModel_ = nullptr;
   VariableTableModel* variableModel_ = nullptr;
   QLabel* status_ = nullptr;
-  TKijelolForm* singleForm_ = nullptr;
+  std::map<DialogKind, AnalysisForm*> forms_;
+  ResultsPane* results_ = nullptr;
+  QDockWidget* resultsDock_ = nullptr;
+  QString pendingTitle_, pendingVariables_;  // of the run under way, for the results' outline
+  QMenu* recentMenu_ = nullptr;
+  std::map<QString, QAction*> actions_;
+  QTranslator qtTranslator_;
+  bool qtTranslated_ = false;
   ReportWindow* reportWindow_ = nullptr;
   RecentFilesWindow* recentWindow_ = nullptr;
   bool statusGreen_ = false;

@@ -210,7 +210,7 @@ void ReadHeader(InputFile& in, Tables& t, const Workspace& ws, bool continuation
 void TellUnreadable(Workspace& ws, const std::string& path, const InputFile& file) {
   std::string_view what = file.IsOpen() ? ws.Text("The file cannot be read: ", "A fájl nem olvasható: ")
                                         : ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: ");
-  ws.user.Tell(fmt::format("{}{}\r\n{}", what, path, file.Error()));
+  ws.user.TellAs(MessageKind::Error, fmt::format("{}{}\r\n{}", what, path, file.Error()));
 }
 
 // The first line's key is one of the two magics.
@@ -490,8 +490,8 @@ bool ReadMergeRows(InputFile& in, Tables& t, char sep) {
 // Writing files
 
 void TellWriteFailure(Workspace& ws, const std::string& path, const std::string& error) {
-  ws.user.Tell(
-      fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
+  ws.user.TellAs(MessageKind::Error,
+                 fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
 }
 
 std::string ProgramFile(const Workspace& ws, std::string_view name) {
@@ -805,7 +805,7 @@ bool SaveProject(Workspace& ws, const std::string& givenPath) {
   recent.push_back(path);
   StoreRecentFiles(ws, recent);
 
-  ws.user.Tell("Saved: " + path);
+  ws.user.TellAs(MessageKind::Information, "Saved: " + path);
   ws.ShowProgress("");
   ws.SetCurrentFile(path);
   ws.dataChanged = false;

@@ -25,7 +25,8 @@
 #include "ui/main_window.h"
 #include "ui/recent_files_window.h"
 #include "ui/report_window.h"
-#include "ui/single_sample_form.h"
+#include "ui/analysis_form.h"
+#include "ui/results_pane.h"
 #include "workspace/session.h"
 
 namespace fs = std::filesystem;
@@ -42,7 +43,7 @@ void Click(QWidget* parent, const char* name) {
 }
 
 // Selects the names in the form's source list and presses the button.
-void MoveNames(TKijelolForm* form, const QStringList& names, const char* button) {
+void MoveNames(AnalysisForm* form, const QStringList& names, const char* button) {
   QListWidget* source = form->SourceListWidget();
   source->clearSelection();
   for (const QString& name : names) {
@@ -110,7 +111,7 @@ class FormsTest : public QObject {
     QCOMPARE(Cell(vars, 8, kGroupType), QString("intervals"));
 
     window->RunCommand("analysis.single");
-    TKijelolForm* form = window->SingleSampleForm();
+    AnalysisForm* form = window->Form(DialogKind::SingleSample);
     QVERIFY(form->isVisible());
     QCOMPARE(form->CommandList()->currentText(), QString("Basic descriptive statistics"));
     QCOMPARE(Items(form->SourceListWidget()).join(","), QString("Sex,Wr.Hnd,NW.Hnd,W.Hnd,Pulse,Exer,Smoke,Height,Age"));
@@ -126,6 +127,10 @@ class FormsTest : public QObject {
     QCOMPARE(form->Dialog().conditional, std::string("Smoke"));
 
     Click(form, "run");
+    // The report joins the results pane beside the data; the viewer shows the files.
+    QVERIFY(window->ResultsDock()->isVisible());
+    QCOMPARE(window->Results()->RunCount(), 1);
+    window->RunCommand("view.output");
     ReportWindow* viewer = window->Reports();
     QVERIFY(viewer->isVisible());
     QCOMPARE(viewer->windowTitle(), QString::fromStdString(LastReportPath(root_.string())));
@@ -136,6 +141,7 @@ class FormsTest : public QObject {
                                  "' --command 11 --vars Wr.Hnd,NW.Hnd,Pulse,Height,Age --cond Smoke --lang en");
     QVERIFY(expected.startsWith("|| Tarvika 2.0\n"));
     QCOMPARE(shown, expected);
+    QCOMPARE(window->Results()->RunReport(0).replace("\r\n", "\n").chopped(1), expected);
 
     // The viewer: find, replace all, append, save; an edit by hand is part of the page.
     QPlainTextEdit* last = viewer->PageEdit(ReportViewer::kLast);
@@ -179,7 +185,7 @@ class FormsTest : public QObject {
     QVERIFY(window != nullptr);
     QVERIFY(window->OpenFile(project_));
     window->RunCommand("analysis.single");
-    TKijelolForm* form = window->SingleSampleForm();
+    AnalysisForm* form = window->Form(DialogKind::SingleSample);
     QCOMPARE(form->windowTitle(), QString::fromUtf8("Egymintás elemzések"));
     MoveNames(form, {"Pulse", "Age"}, "toSelected");
 
@@ -218,19 +224,19 @@ class FormsTest : public QObject {
     auto* toggle = qobject_cast<QPushButton*>(form->ParameterControl("saveStandardized"));
     QCOMPARE(toggle->text(), QString(" No "));
     QVERIFY(toggle->styleSheet().contains("#ff8000"));
-    QVERIFY(!form->ParameterControl("standardizedKind")->isVisibleTo(form));
+    QVERIFY(!form->ParameterControl("standardizedKind")->isEnabled());
     QTest::mouseClick(toggle, Qt::LeftButton);
     QCOMPARE(toggle->text(), QString(" Yes "));
     QVERIFY(toggle->styleSheet().contains("#00ff00"));
     QCOMPARE(form->Dialog().Value("saveStandardized"), std::string(" Yes "));
-    QVERIFY(form->ParameterControl("standardizedKind")->isVisibleTo(form));  // shown while saving is on
+    QVERIFY(form->ParameterControl("standardizedKind")->isEnabled());  // asked while saving is on
 
     // The language switch relabels every form at once and keeps the chosen command.
     QCOMPARE(MenuEntry(*window, "Válts angolra").isEmpty(), false);
     window->RunCommand("settings.language");
     QCOMPARE(form->windowTitle(), QString("Single sample analyses"));
     QCOMPARE(form->CommandList()->currentText(), QString("Test of normality"));
-    QCOMPARE(qobject_cast<QPushButton*>(form->findChild<QPushButton*>("run"))->text(), QString("Run"));
+    QCOMPARE(qobject_cast<QPushButton*>(form->findChild<QPushButton*>("run"))->text(), QString("&Run"));
     QCOMPARE(window->Reports()->Pages()->tabText(1), QString("Complete output file"));
     QCOMPARE(MenuEntry(*window, "Change to hungarian").isEmpty(), false);
     form->CommandList()->setCurrentIndex(1);
@@ -265,7 +271,7 @@ class FormsTest : public QObject {
     for (QAction* top : w.menuBar()->actions()) {
       if (top->menu() == nullptr) continue;
       for (QAction* a : top->menu()->actions()) {
-        if (a->text() == text) return a->text();
+        if (QString(a->text()).remove('&') == text) return a->text();
       }
     }
     return {};

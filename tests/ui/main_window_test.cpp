@@ -2,6 +2,7 @@
 // switch, saving and opening again.
 
 #include <QMenuBar>
+#include <QMenu>
 #include <QtTest>
 
 #include <filesystem>
@@ -31,7 +32,7 @@ QString Cell(QTableView* view, int row, int column) {
 
 QStringList MenuTitles(QMainWindow& w) {
   QStringList titles;
-  for (QAction* a : w.menuBar()->actions()) titles << a->text();
+  for (QAction* a : w.menuBar()->actions()) titles << QString(a->text()).remove('&');
   return titles;
 }
 
@@ -78,6 +79,7 @@ class MainWindowTest : public QObject {
     QVERIFY(data->model()->setData(data->model()->index(0, 0), " 041.50"));
     QCOMPARE(Cell(data, 0, 0), QString("41.5"));
     QVERIFY(session.ws.dataChanged);
+    QCOMPARE(window.windowTitle(), "Tarvika: " + project + " *");  // unsaved changes are marked
     // A group type typed in is refused; one from the list is taken.
     QVERIFY(!vars->model()->setData(vars->model()->index(0, kGroupType), "sometimes"));
     QCOMPARE(QString::fromStdString(user.told.back()), QString("Használja a leomló listát a beírásra!"));
@@ -94,8 +96,12 @@ class MainWindowTest : public QObject {
     window.RunCommand("settings.language");
     QVERIFY(fs::exists(root_ / "Tarvika.cfg"));
 
+    // A save keeps the current cell and clears the marker.
+    data->setCurrentIndex(data->model()->index(2, 3));
     window.RunCommand("file.save");
     QCOMPARE(QString::fromStdString(user.told.back()), "Saved: " + project);
+    QCOMPARE(data->currentIndex(), data->model()->index(2, 3));
+    QCOMPARE(window.windowTitle(), "Tarvika: " + project);
     window.RunCommand("file.new");
     QCOMPARE(data->model()->rowCount(), 1);
     QVERIFY(window.OpenFile(project));
@@ -117,8 +123,27 @@ class MainWindowTest : public QObject {
     std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     QCOMPARE(QString::fromStdString(bytes), QString("num=1_5;\r\n1=no;/5=yes;/\r\ncodes\r\n"));
 
-    window.RunCommand("data.sort_cases");
-    QCOMPARE(QString::fromStdString(user.told.back()), QString("Sorry, under construction."));
+    // Menus: an entry whose work isn't built is greyed out and says why; the standard keys.
+    QAction* sort = window.MenuAction("data.sort_cases");
+    QVERIFY(sort != nullptr);
+    QVERIFY(!sort->isEnabled());
+    QCOMPARE(sort->toolTip(), QString("Sorry, under construction."));
+    QVERIFY(window.MenuAction("analysis.single")->isEnabled());
+    QCOMPARE(window.MenuAction("file.open")->shortcut(), QKeySequence(QKeySequence::Open));
+    QCOMPARE(window.MenuAction("file.save")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_S));
+    QCOMPARE(window.MenuAction("edit.redo")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Y));
+    auto* recent = window.RecentMenu();
+    QVERIFY(recent != nullptr);
+    QVERIFY(recent->actions().size() >= 1);
+    QVERIFY(recent->actions().front()->text().endsWith(project));
+
+    // A save that fails keeps the workspace and its marker, and says so.
+    QVERIFY(data->model()->setData(data->model()->index(1, 0), "52"));
+    fs::remove_all(root_ / "dat");
+    window.RunCommand("file.save");
+    QVERIFY(QString::fromStdString(user.told.back()).startsWith("The file cannot be written: " + project));
+    QCOMPARE(Cell(data, 1, 0), QString("52"));
+    QVERIFY(window.windowTitle().endsWith(" *"));
   }
 
  private:

@@ -1,0 +1,235 @@
+#include "ui/results_pane.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "ui/qt_text.h"
+#include "workspace/text_files.h"
+
+namespace tarvika {
+namespace {
+
+// The lines of a report in blocks: a run of lines with tabs is a table, the rest is text.
+struct Block {
+  bool table = false;
+  std::vector<QStringList> rows;  // for text: one cell per line
+};
+
+std::vector<Block> Blocks(const QString& report) {
+  std::vector<Block> blocks;
+  QString text = report;
+  text.replace("\r\n", "\n");
+  for (const QString& line : text.split('\n')) {
+    bool table = line.contains('\t');
+    if (blocks.empty() || blocks.back().table != table) blocks.push_back({table, {}});
+    blocks.back().rows.push_back(table ? line.split('\t') : QStringList{line});
+  }
+  // Trailing empty lines of a text block say nothing.
+  for (Block& block : blocks) {
+    while (!block.table && !block.rows.empty() && block.rows.back().front().trimmed().isEmpty()) block.rows.pop_back();
+  }
+  std::erase_if(blocks, [](const Block& b) { return b.rows.empty(); });
+  return blocks;
+}
+
+QString Escape(const QString& text) { return text.toHtmlEscaped(); }
+
+bool WriteWhole(const std::string& path, const QString& text, std::string* error) {
+  AtomicFile file(path);
+  QByteArray bytes = text.toUtf8();
+  if (file.Open() && file.Write(std::string_view(bytes.constData(), bytes.size())) && file.Commit(false)) return true;
+  if (error) *error = file.error();
+  return false;
+}
+
+}  // namespace
+
+bool LooksNumeric(const QString& cell) {
+  static const QRegularExpression number(R"(^[-+]?(\d+([.,]\d*)?|[.,]\d+)([eE][-+]?\d+)?%?\**$)");
+  return number.match(cell.trimmed()).hasMatch();
+}
+
+ResultsPane::ResultsPane(QWidget* parent) : QWidget(parent) {
+  outline_ = new QTreeWidget(this);
+  outline_->setObjectName("outline");
+  outline_->setHeaderHidden(true);
+  outline_->setColumnCount(1);
+  scroll_ = new QScrollArea(this);
+  scroll_->setWidgetResizable(true);
+  content_ = new QWidget(scroll_);
+  contentLayout_ = new QVBoxLayout(content_);
+  contentLayout_->addStretch();
+  scroll_->setWidget(content_);
+  auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->addWidget(outline_);
+  splitter->addWidget(scroll_);
+  splitter->setStretchFactor(1, 4);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(splitter);
+  connect(outline_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+    if (item != nullptr) ShowRun(outline_->indexOfTopLevelItem(item));
+  });
+}
+
+QTableWidget* ResultsPane::MakeTable(const std::vector<QStringList>& rows, QWidget* parent) {
+  int columns = 0;
+  for (const QStringList& row : rows) columns = std::max(columns, static_cast<int>(row.size()));
+  auto* table = new QTableWidget(static_cast<int>(rows.size()), columns, parent);
+  table->horizontalHeader()->hide();
+  table->verticalHeader()->hide();
+  table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table->setShowGrid(false);
+  table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+  table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 4);
+  for (int r = 0; r < static_cast<int>(rows.size()); ++r) {
+    for (int c = 0; c < static_cast<int>(rows[r].size()); ++c) {
+      QString text = rows[r][c].trimmed();
+      auto* item = new QTableWidgetItem(text);
+      item->setTextAlignment((LooksNumeric(text) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+      table->setItem(r, c, item);
+    }
+  }
+  table->resizeColumnsToContents();
+  for (int c = 0; c < columns; ++c) table->setColumnWidth(c, table->columnWidth(c) + 12);
+  table->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  table->setContextMenuPolicy(Qt::ActionsContextMenu);
+  auto* copy = new QAction(copyWord_, table);
+  copy->setShortcut(QKeySequence::Copy);
+  copy->setShortcutContext(Qt::WidgetShortcut);
+  connect(copy, &QAction::triggered, this, [this, table] { CopyTable(table); });
+  table->addAction(copy);
+  return table;
+}
+
+void ResultsPane::AddRun(const QString& title, const QString& variables, const QString& report) {
+  Run run{title, variables, report, QDateTime::currentDateTime(), nullptr, {}};
+  run.section = new QWidget(content_);
+  auto* layout = new QVBoxLayout(run.section);
+  auto* heading = new QLabel(QString("<b>%1</b> &nbsp; %2 &nbsp; <i>%3</i>")
+                                 .arg(Escape(title), Escape(variables), run.time.toString("HH:mm:ss")),
+                             run.section);
+  layout->addWidget(heading);
+  const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  for (const Block& block : Blocks(report)) {
+    if (block.table) {
+      QTableWidget* table = MakeTable(block.rows, run.section);
+      layout->addWidget(table);
+      run.tables.push_back(table);
+      continue;
+    }
+    QStringList lines;
+    for (const QStringList& row : block.rows) lines << row.front();
+    auto* text = new QLabel(lines.join('\n'), run.section);
+    text->setTextFormat(Qt::PlainText);
+    text->setFont(fixed);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    layout->addWidget(text);
+  }
+  contentLayout_->insertWidget(contentLayout_->count() - 1, run.section);
+  auto* item = new QTreeWidgetItem(outline_, {run.time.toString("HH:mm:ss") + "  " + title + (variables.isEmpty() ? "" : "  (" + variables + ")")});
+  item->setToolTip(0, variables);
+  runs_.push_back(std::move(run));
+  outline_->setCurrentItem(item);
+}
+
+bool ResultsPane::AddReportFile(const QString& title, const QString& variables, const std::string& path) {
+  QFile file(QString::fromStdString(path));
+  if (!file.open(QIODevice::ReadOnly)) return false;
+  QString text = QString::fromUtf8(file.readAll());
+  if (path.ends_with(".html")) {
+    // The html form's text; its figures stay in the file.
+    static const QRegularExpression tags("<[^>]*>");
+    text.replace(QRegularExpression("</(tr|p|h\\d|div|br)>", QRegularExpression::CaseInsensitiveOption), "\n");
+    text.replace(QRegularExpression("</t[dh]>", QRegularExpression::CaseInsensitiveOption), "\t");
+    text.remove(tags);
+  }
+  QString shownTitle = title;
+  if (shownTitle.isEmpty()) {
+    // Without a form's title: the report's first line after its heading.
+    for (const QString& line : text.split('\n')) {
+      if (!line.trimmed().isEmpty() && !line.startsWith("||")) {
+        shownTitle = line.trimmed();
+        break;
+      }
+    }
+  }
+  AddRun(shownTitle, variables, text);
+  return true;
+}
+
+void ResultsPane::ShowRun(int run) {
+  if (run < 0 || run >= RunCount()) return;
+  QWidget* section = runs_[run].section;
+  content_->layout()->activate();
+  scroll_->verticalScrollBar()->setValue(section->y());
+}
+
+QString ResultsPane::TableText(const QTableWidget* table) {
+  QStringList lines;
+  for (int r = 0; r < table->rowCount(); ++r) {
+    QStringList cells;
+    for (int c = 0; c < table->columnCount(); ++c) {
+      const QTableWidgetItem* item = table->item(r, c);
+      cells << (item != nullptr ? item->text() : QString());
+    }
+    while (!cells.isEmpty() && cells.back().isEmpty()) cells.removeLast();
+    lines << cells.join('\t');
+  }
+  return lines.join('\n') + '\n';
+}
+
+void ResultsPane::CopyTable(const QTableWidget* table) const { QApplication::clipboard()->setText(TableText(table)); }
+
+QString ResultsPane::SessionHtml() const {
+  QString html = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>Tarvika</title>\n"
+                 "<style>td{padding:0 .6em}td.n{text-align:right}pre{margin:.3em 0}</style></head><body>\n";
+  for (const Run& run : runs_) {
+    html += QString("<h2>%1</h2>\n<p>%2 &mdash; %3</p>\n")
+                .arg(Escape(run.title), Escape(run.variables), run.time.toString(Qt::ISODate));
+    for (const Block& block : Blocks(run.report)) {
+      if (!block.table) {
+        QStringList lines;
+        for (const QStringList& row : block.rows) lines << Escape(row.front());
+        html += "<pre>" + lines.join('\n') + "</pre>\n";
+        continue;
+      }
+      html += "<table>\n";
+      for (const QStringList& row : block.rows) {
+        html += "<tr>";
+        for (const QString& cell : row) {
+          QString text = cell.trimmed();
+          html += (LooksNumeric(text) ? "<td class=\"n\">" : "<td>") + Escape(text) + "</td>";
+        }
+        html += "</tr>\n";
+      }
+      html += "</table>\n";
+    }
+  }
+  return html + "</body></html>\n";
+}
+
+QString ResultsPane::SessionText() const {
+  QStringList parts;
+  for (const Run& run : runs_) parts << run.report;
+  return parts.join("\n\n");
+}
+
+bool ResultsPane::ExportHtml(const std::string& path, std::string* error) const { return WriteWhole(path, SessionHtml(), error); }
+bool ResultsPane::ExportText(const std::string& path, std::string* error) const { return WriteWhole(path, SessionText(), error); }
+
+}  // namespace tarvika
