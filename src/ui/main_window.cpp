@@ -164,7 +164,11 @@ void MainWindow::ShowReportFile(const std::string& path) {
   results_->AddReportFile(pendingTitle_, pendingVariables_, path);
   pendingTitle_.clear();
   pendingVariables_.clear();
-  resultsDock_->show();
+  if (resultsDock_->isHidden()) {
+    resultsDock_->show();
+    // Half the window for the reports, beside the data.
+    resizeDocks({resultsDock_}, {std::max(width() / 2, 420)}, Qt::Horizontal);
+  }
   resultsDock_->raise();
 }
 

@@ -15,6 +15,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "frame/report_writer.h"
 #include "ui/qt_text.h"
 #include "workspace/text_files.h"
 
@@ -150,7 +151,9 @@ void ResultsPane::AddRun(const QString& title, const QString& variables, const Q
 bool ResultsPane::AddReportFile(const QString& title, const QString& variables, const std::string& path) {
   QFile file(QString::fromStdString(path));
   if (!file.open(QIODevice::ReadOnly)) return false;
-  QString text = QString::fromUtf8(file.readAll());
+  QByteArray bytes = file.readAll();
+  // Reports are written in the report encoding; read back into the text the run wrote.
+  QString text = ToQt(FromReportEncoding(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
   if (path.ends_with(".html")) {
     // The html form's text; its figures stay in the file.
     static const QRegularExpression tags("<[^>]*>");

@@ -279,6 +279,11 @@ class AnalysisFormsTest : public QObject {
     std::ifstream text(root_ / "session.txt", std::ios::binary);
     std::string all((std::istreambuf_iterator<char>(text)), std::istreambuf_iterator<char>());
     QCOMPARE(QString::fromStdString(all), pane->RunReport(0) + "\n\n" + pane->RunReport(1) + "\n\n" + pane->RunReport(2));
+
+    // A Hungarian report reads back with its accented letters.
+    window->RunCommand("settings.language");
+    QCOMPARE(form->Run(), RunResult::Ran);
+    QVERIFY(pane->RunReport(3).contains(QString::fromUtf8("Az input fájl neve: ")));
   }
 
  private:
