@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLibraryInfo>
 #include <QMenuBar>
 #include <QSet>
@@ -49,6 +50,53 @@ const char* kOpenFilter =
     "Tarvika (*.msw);;Text file (*.txt);;Text file (*.csv);;SPSS sav (*.sav);;SPSS portable (*.por);;"
     "EXCEL (*.xls, *.xlsx) (*.xls*);;(*.*) (*)";
 
+// The data grid's cells: Enter writes the cell and goes down a row, as in a spreadsheet.
+class DataCellDelegate : public QStyledItemDelegate {
+ public:
+  DataCellDelegate(QTableView* view) : QStyledItemDelegate(view), view_(view) {}
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override {
+    auto* editor = qobject_cast<QWidget*>(object);
+    if (editor != nullptr && event->type() == QEvent::KeyPress) {
+      int key = static_cast<QKeyEvent*>(event)->key();
+      if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        emit commitData(editor);
+        emit closeEditor(editor, QAbstractItemDelegate::NoHint);
+        MoveDown(view_);
+        return true;
+      }
+    }
+    return QStyledItemDelegate::eventFilter(object, event);
+  }
+
+ public:
+  static void MoveDown(QTableView* view) {
+    QModelIndex current = view->currentIndex();
+    if (!current.isValid() || current.row() + 1 >= view->model()->rowCount()) return;
+    view->setCurrentIndex(view->model()->index(current.row() + 1, current.column()));
+  }
+
+ private:
+  QTableView* view_;
+};
+
+// Enter on a cell that isn't being edited goes down a row too.
+class EnterMovesDown : public QObject {
+ public:
+  EnterMovesDown(QTableView* view) : QObject(view), view_(view) {}
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;  // an open editor has the keys itself
+    DataCellDelegate::MoveDown(view_);
+    return true;
+  }
+
+ private:
+  QTableView* view_;
+};
+
 // The standard keys of the entries; an entry whose command is not built yet keeps its key
 // for the day it is.
 QKeySequence ShortcutOf(std::string_view command) {
@@ -90,6 +138,8 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   variableView_ = new QTableView(pages_);
   variableView_->setModel(variableModel_);
   variableView_->setItemDelegateForColumn(kGroupType, new GroupTypeDelegate(ws, this));
+  dataView_->setItemDelegate(new DataCellDelegate(dataView_));
+  dataView_->installEventFilter(new EnterMovesDown(dataView_));
   for (QTableView* view : {dataView_, variableView_}) {
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -300,6 +350,12 @@ void MainWindow::BuildMenus() {
         QAction* pane = resultsDock_->toggleViewAction();
         pane->setText(WithMnemonic(ToQt(ws.Text("Results pane", "Eredmények panel")), taken));
         menu->addAction(pane);
+        QAction* labels = menu->addAction(WithMnemonic(ToQt(ws.Text("Value labels in the grid", "Értékcímkék a táblázatban")), taken));
+        labels->setObjectName("valueLabels");
+        labels->setCheckable(true);
+        labels->setChecked(dataModel_->LabelsShown());
+        connect(labels, &QAction::toggled, dataModel_, &DataMatrixModel::ShowLabels);
+        actions_["view.value_labels"] = labels;
         for (bool html : {true, false}) {
           QString text = ToQt(html ? ws.Text("Export results as HTML...", "Eredmények exportálása HTML-be...")
                                    : ws.Text("Export results as text...", "Eredmények exportálása szövegként..."));

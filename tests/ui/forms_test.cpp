@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTextBrowser>
 #include <QtTest>
@@ -109,6 +110,37 @@ class FormsTest : public QObject {
     QAbstractItemModel* vars = window->VariableView()->model();
     QCOMPARE(Cell(vars, 8, kGroupLabels), QString("16_20=up to 20;/20_25=20 to 25;/25_80=over 25;/"));
     QCOMPARE(Cell(vars, 8, kGroupType), QString("intervals"));
+
+    // The grid: numbers right-aligned, a declared missing code marked, value labels on request.
+    auto alignment = [&](int row, int column) {
+      return Qt::Alignment(data->data(data->index(row, column), Qt::TextAlignmentRole).toInt());
+    };
+    QVERIFY(alignment(0, 1) & Qt::AlignRight);
+    QCOMPARE(Cell(data, 3, 4), QString("999"));  // Pulse declares 999 missing
+    QVERIFY(data->data(data->index(3, 4), Qt::BackgroundRole).isValid());
+    QCOMPARE(data->data(data->index(3, 4), Qt::ToolTipRole).toString(), QString("Declared missing code"));
+    QVERIFY(!data->data(data->index(0, 4), Qt::BackgroundRole).isValid());
+    window->MenuAction("view.value_labels")->trigger();
+    QCOMPARE(Cell(data, 0, 0), QString("Female"));
+    QCOMPARE(Cell(data, 0, 8), QString("up to 20"));  // 18.25 in the interval 16_20
+    QCOMPARE(Cell(data, 0, 1), QString("18.5"));       // no labels: the value
+    QCOMPARE(data->data(data->index(0, 8), Qt::EditRole).toString(), QString("18.25"));
+    window->MenuAction("view.value_labels")->trigger();
+    QCOMPARE(Cell(data, 0, 0), QString("1"));
+
+    // Enter goes down a row, after writing the cell being edited too (W.Hnd, not in the run below).
+    QTableView* grid = window->DataView();
+    grid->setCurrentIndex(data->index(0, 3));
+    QTest::keyClick(grid, Qt::Key_Return);
+    QCOMPARE(grid->currentIndex(), data->index(1, 3));
+    grid->edit(grid->currentIndex());
+    auto* editor = grid->findChild<QLineEdit*>();
+    QVERIFY(editor != nullptr);
+    QCOMPARE(editor->text(), QString("1"));
+    editor->setText("2");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCOMPARE(Cell(data, 1, 3), QString("2"));
+    QCOMPARE(grid->currentIndex(), data->index(2, 3));
 
     window->RunCommand("analysis.single");
     AnalysisForm* form = window->Form(DialogKind::SingleSample);
