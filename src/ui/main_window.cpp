@@ -15,6 +15,7 @@
 #include "analyses/command_table.h"
 #include "frame/command_info.h"
 #include "ui/analysis_form.h"
+#include "ui/declaration_dialogs.h"
 #include "ui/default_variable_form.h"
 #include "ui/qt_text.h"
 #include "ui/recent_files_window.h"
@@ -139,6 +140,7 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   variableView_->setModel(variableModel_);
   variableView_->setItemDelegateForColumn(kGroupType, new GroupTypeDelegate(ws, this));
   dataView_->setItemDelegate(new DataCellDelegate(dataView_));
+  connect(variableView_, &QTableView::activated, this, [this](const QModelIndex& index) { EditDeclaration(index.row() + 1, index.column()); });
   dataView_->installEventFilter(new EnterMovesDown(dataView_));
   for (QTableView* view : {dataView_, variableView_}) {
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
@@ -224,6 +226,26 @@ void MainWindow::ShowReportFile(const std::string& path) {
 
 void MainWindow::ResetDialogs() {
   for (auto& [kind, form] : forms_) form->Reset();
+}
+
+bool MainWindow::EditDeclaration(int variable, int column) {
+  Workspace& ws = session_.ws;
+  std::string cell(ws.vars.GetCell(column, variable));
+  std::optional<std::string> result;
+  if (column == kType) {
+    TypeDialog dialog(ws, cell, this);
+    if (dialog.exec() == QDialog::Accepted) result = dialog.Result();
+  } else if (column == kMissing) {
+    MissingDialog dialog(ws, cell, this);
+    if (dialog.exec() == QDialog::Accepted) result = dialog.Result();
+  } else if (column == kGroupLabels) {
+    LabelDialog dialog(ws, GroupKindOf(ws.vars.GetCell(kGroupType, variable)) == GroupKind::Intervals, cell, this);
+    if (dialog.exec() == QDialog::Accepted) result = dialog.Result();
+  } else {
+    return false;
+  }
+  if (!result || *result == cell) return false;
+  return variableModel_->setData(variableModel_->index(variable - 1, column), ToQt(*result), Qt::EditRole);
 }
 
 void MainWindow::ShowTitle() {

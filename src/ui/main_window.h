@@ -51,6 +51,9 @@ class MainWindow : public QMainWindow {
   // The menu action of a command, or nullptr.
   QAction* MenuAction(const QString& command) const;
   QMenu* RecentMenu() const { return recentMenu_; }
+  // The dialog of a declaration cell (type, group labels, missing codes) of a variable;
+  // true when the cell changed.
+  bool EditDeclaration(int variable, int column);
   RecentFilesWindow* RecentFiles();
 
  protected:

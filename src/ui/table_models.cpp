@@ -4,6 +4,7 @@
 #include <QColor>
 
 #include "frame/data_feed.h"
+#include "ui/declaration_dialogs.h"
 #include "ui/qt_text.h"
 #include "workspace/declaration_editors.h"
 #include "workspace/declarations.h"
@@ -114,8 +115,25 @@ int VariableTableModel::rowCount(const QModelIndex& parent) const {
 int VariableTableModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : kVisibleColumns; }
 
 QVariant VariableTableModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) return {};
-  return ToQt(ws_.vars.GetCell(index.column(), index.row() + 1));
+  if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole)) return {};
+  const int row = index.row() + 1;
+  std::string_view cell = ws_.vars.GetCell(index.column(), row);
+  if (role == Qt::EditRole) return ToQt(cell);
+  // The declarations in words; the cell itself is the tool tip and what the editors start from.
+  QString words;
+  switch (index.column()) {
+    case kType: words = TypeInWords(ws_, cell); break;
+    case kGroupLabels: words = LabelsInWords(ws_, row); break;
+    case kMissing: words = MissingInWords(ws_, cell); break;
+    case kGroupType: {
+      GroupKind kind = GroupKindOf(cell);
+      words = kind == GroupKind::Unknown ? ToQt(cell) : ToQt(GroupTypeWord(kind, ws_.language));
+      break;
+    }
+    default: words = ToQt(cell);
+  }
+  if (role == Qt::ToolTipRole) return words == ToQt(cell) ? QVariant() : QVariant(ToQt(cell));
+  return words;
 }
 
 QVariant VariableTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -128,7 +146,9 @@ QVariant VariableTableModel::headerData(int section, Qt::Orientation orientation
 
 Qt::ItemFlags VariableTableModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags f = QAbstractTableModel::flags(index);
-  if (index.column() != kIndex) f |= Qt::ItemIsEditable;
+  // The type, the labels and the missing codes have their dialogs (opened by Enter or a double click).
+  const int c = index.column();
+  if (c != kIndex && c != kType && c != kGroupLabels && c != kMissing) f |= Qt::ItemIsEditable;
   return f;
 }
 

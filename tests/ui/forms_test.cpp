@@ -27,6 +27,7 @@
 #include "ui/recent_files_window.h"
 #include "ui/report_window.h"
 #include "ui/analysis_form.h"
+#include "ui/declaration_dialogs.h"
 #include "ui/results_pane.h"
 #include "workspace/session.h"
 
@@ -108,7 +109,9 @@ class FormsTest : public QObject {
     QCOMPARE(Cell(data, 2, 7), QString());  // a missing height stays empty
     QCOMPARE(Cell(data, 236, 0), QString("1"));
     QAbstractItemModel* vars = window->VariableView()->model();
-    QCOMPARE(Cell(vars, 8, kGroupLabels), QString("16_20=up to 20;/20_25=20 to 25;/25_80=over 25;/"));
+    QCOMPARE(Cell(vars, 8, kGroupLabels), QString::fromUtf8("16–20 = up to 20, 20–25 = 20 to 25, 25–80 = over 25"));
+    QCOMPARE(vars->data(vars->index(8, kGroupLabels), Qt::EditRole).toString(),
+             QString("16_20=up to 20;/20_25=20 to 25;/25_80=over 25;/"));
     QCOMPARE(Cell(vars, 8, kGroupType), QString("intervals"));
 
     // The grid: numbers right-aligned, a declared missing code marked, value labels on request.
@@ -208,6 +211,64 @@ class FormsTest : public QObject {
     QVERIFY(fs::exists(root_ / "output" / "zuli_akt.html"));
     Click(viewer, "exitWithoutSaving");
     QVERIFY(!fs::exists(root_ / "output" / "zuli_tot.txt"));
+  }
+
+  void declarationsInWordsAndTheirDialogs() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    std::unique_ptr<MainWindow> window = Start(session);
+    window->RunCommand("settings.language");
+    QVERIFY(window->OpenFile(project_));
+    Workspace& ws = session.ws;
+    QAbstractItemModel* vars = window->VariableView()->model();
+    QCOMPARE(Cell(vars, 0, kType), QString("number"));
+    QCOMPARE(Cell(vars, 0, kGroupLabels), QString("1 = Female, 2 = Male"));
+    QCOMPARE(Cell(vars, 4, kMissing), QString("999"));
+    QVERIFY(!(vars->flags(vars->index(0, kType)) & Qt::ItemIsEditable));  // its dialog edits it
+
+    // The type: the core's checks and messages.
+    TypeDialog type(ws, "num=0_0;");
+    type.Minimum()->setText("5");
+    type.Maximum()->setText("1");
+    QVERIFY(!type.Result());
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Maximal value must be greater then minimal value."));
+    type.Maximum()->setText("9");
+    QCOMPARE(type.Result(), std::optional<std::string>("num=5_9;"));
+    type.Kind()->setCurrentText("string");
+    type.Length()->setText("12");
+    QCOMPARE(type.Result(), std::optional<std::string>("string=12;"));
+    QCOMPARE(TypeInWords(ws, "string=12;"), QString("text of 12 characters"));
+    QCOMPARE(TypeInWords(ws, "num=5_9;"), QString("number from 5 to 9"));
+
+    // Missing codes: a range and one value, shown in words and marked in the grid.
+    MissingDialog missing(ws, "999");
+    QCOMPARE(missing.Value(0)->text(), QString("999"));
+    missing.Mode()->setCurrentIndex(2);
+    missing.Low()->setText("100");
+    missing.High()->setText("200");
+    missing.Value(2)->setText("35");
+    std::optional<std::string> codes = missing.Result();
+    QVERIFY(codes.has_value());
+    QVERIFY(vars->setData(vars->index(4, kMissing), QString::fromStdString(*codes)));
+    QCOMPARE(Cell(vars, 4, kMissing), QString("100 to 200 and 35"));
+    QAbstractItemModel* data = window->DataView()->model();
+    QCOMPARE(Cell(data, 4, 4), QString("35"));
+    QVERIFY(data->data(data->index(4, 4), Qt::BackgroundRole).isValid());
+    QVERIFY(!data->data(data->index(3, 4), Qt::BackgroundRole).isValid());  // 999 is no longer a code
+
+    // Group labels: added through the core's editor; a second label for a code is refused.
+    LabelDialog labels(ws, false, "1=Female;/2=Male;/");
+    QCOMPARE(labels.Entries()->count(), 2);
+    labels.Low()->setText("3");
+    labels.Label()->setText("Other");
+    QVERIFY(labels.Add());
+    QCOMPARE(labels.Result(), std::string("1=Female;/2=Male;/3=Other;/"));
+    std::size_t told = user.told.size();
+    labels.Low()->setText("1");
+    labels.Label()->setText("Again");
+    QVERIFY(!labels.Add());
+    QCOMPARE(user.told.size(), told + 1);
+    QCOMPARE(labels.Result(), std::string("1=Female;/2=Male;/3=Other;/"));
   }
 
   void parametersLanguageRecentFilesAndReset() {

@@ -71,7 +71,8 @@ class MainWindowTest : public QObject {
     QCOMPARE(data->model()->headerData(2, Qt::Horizontal).toString(), QString("jövedel"));
     QCOMPARE(Cell(data, 0, 0), QString("34"));
     QTableView* vars = window.VariableView();
-    QCOMPARE(Cell(vars, 1, kGroupType), QString("codes"));  // as the file stores it
+    QCOMPARE(Cell(vars, 1, kGroupType), QString::fromUtf8("kódokkal"));  // in the session's words
+    QCOMPARE(vars->model()->data(vars->model()->index(1, kGroupType), Qt::EditRole).toString(), QString("codes"));
     QCOMPARE(Cell(vars, 0, kLongName), QString("Életkor (év)"));
 
     // Editing goes through the core: with the type control on, a numeric cell is cleaned.
