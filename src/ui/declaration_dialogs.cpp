@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <functional>
+
 #include "ui/qt_text.h"
 #include "workspace/declarations.h"
 #include "workspace/workspace.h"
@@ -22,10 +24,17 @@ QString Number(const Workspace& ws, double x) {
   return text;
 }
 
-QDialogButtonBox* OkCancel(QDialog* dialog) {
+// The fields above OK and Cancel; OK closes the dialog only when the check passes (the
+// core has told the person what is wrong otherwise).
+void LayOut(QDialog* dialog, QLayout* fields, std::function<bool()> check) {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, dialog);
   QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
-  return buttons;
+  QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, [dialog, check] {
+    if (check()) dialog->accept();
+  });
+  auto* layout = new QVBoxLayout(dialog);
+  layout->addLayout(fields);
+  layout->addWidget(buttons);
 }
 
 }  // namespace
@@ -90,13 +99,7 @@ TypeDialog::TypeDialog(Workspace& ws, std::string_view type, QWidget* parent) : 
   };
   connect(kind_, &QComboBox::currentTextChanged, this, enable);
   enable();
-  QDialogButtonBox* buttons = OkCancel(this);
-  connect(buttons, &QDialogButtonBox::accepted, this, [this] {
-    if (Result()) accept();
-  });
-  auto* layout = new QVBoxLayout(this);
-  layout->addLayout(form);
-  layout->addWidget(buttons);
+  LayOut(this, form, [this] { return Result().has_value(); });
 }
 
 std::optional<std::string> TypeDialog::Result() {
@@ -144,13 +147,7 @@ MissingDialog::MissingDialog(Workspace& ws, std::string_view missing, QWidget* p
   };
   connect(mode_, &QComboBox::currentIndexChanged, this, enable);
   enable();
-  QDialogButtonBox* buttons = OkCancel(this);
-  connect(buttons, &QDialogButtonBox::accepted, this, [this] {
-    if (Result()) accept();
-  });
-  auto* layout = new QVBoxLayout(this);
-  layout->addLayout(form);
-  layout->addWidget(buttons);
+  LayOut(this, form, [this] { return Result().has_value(); });
 }
 
 std::optional<std::string> MissingDialog::Result() {
@@ -193,17 +190,15 @@ LabelDialog::LabelDialog(Workspace& ws, bool intervals, std::string_view labels,
     b->setAutoDefault(false);
     actions->addWidget(b);
   }
-  QDialogButtonBox* buttons = OkCancel(this);
-  connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+  auto* fields = new QVBoxLayout;
+  fields->addWidget(list_);
+  fields->addLayout(form);
+  fields->addLayout(actions);
+  LayOut(this, fields, [this] {
     // Typed values not yet added make the core ask first.
     bool pending = !low_->text().isEmpty() || !label_->text().isEmpty();
-    if (editor_.ConfirmExit(ws_.user, ws_.language, pending)) accept();
+    return editor_.ConfirmExit(ws_.user, ws_.language, pending);
   });
-  auto* layout = new QVBoxLayout(this);
-  layout->addWidget(list_);
-  layout->addLayout(form);
-  layout->addLayout(actions);
-  layout->addWidget(buttons);
   Show();
 }
 

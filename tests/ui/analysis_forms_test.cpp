@@ -22,10 +22,13 @@
 #include "ui/analysis_form.h"
 #include "ui/main_window.h"
 #include "ui/results_pane.h"
+#include "ui_test_support.h"
 #include "workspace/session.h"
 
 namespace fs = std::filesystem;
 using namespace tarvika;
+using tarvika::test::CliReport;
+using tarvika::test::MoveNames;
 
 namespace {
 
@@ -39,29 +42,6 @@ struct Selection {
 };
 
 QString Join(const QStringList& names) { return names.join(','); }
-
-QString CliReport(const std::string& arguments) {
-  std::string command = std::string(TARVIKA_PROGRAM_DIR) + "/tarvika-cli " + arguments;
-  std::string out;
-  FILE* pipe = popen(command.c_str(), "r");
-  std::array<char, 4096> buffer;
-  for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) out.append(buffer.data(), n);
-  pclose(pipe);
-  return QString::fromStdString(out).replace("\r\n", "\n");
-}
-
-void MoveNames(AnalysisForm* form, const QStringList& names, const QString& button) {
-  QListWidget* source = form->SourceListWidget();
-  source->clearSelection();
-  for (const QString& name : names) {
-    auto found = source->findItems(name, Qt::MatchExactly);
-    QVERIFY2(found.size() == 1, qPrintable(name));
-    found.front()->setSelected(true);
-  }
-  auto* push = form->findChild<QPushButton*>(button);
-  QVERIFY2(push != nullptr, qPrintable(button));
-  QTest::mouseClick(push, Qt::LeftButton);
-}
 
 }  // namespace
 

@@ -29,10 +29,12 @@
 #include "ui/analysis_form.h"
 #include "ui/declaration_dialogs.h"
 #include "ui/results_pane.h"
+#include "ui_test_support.h"
 #include "workspace/session.h"
 
 namespace fs = std::filesystem;
 using namespace tarvika;
+using tarvika::test::MoveNames;
 
 namespace {
 
@@ -44,36 +46,14 @@ void Click(QWidget* parent, const char* name) {
   QTest::mouseClick(button, Qt::LeftButton);
 }
 
-// Selects the names in the form's source list and presses the button.
-void MoveNames(AnalysisForm* form, const QStringList& names, const char* button) {
-  QListWidget* source = form->SourceListWidget();
-  source->clearSelection();
-  for (const QString& name : names) {
-    auto found = source->findItems(name, Qt::MatchExactly);
-    QVERIFY2(found.size() == 1, qPrintable(name));
-    found.front()->setSelected(true);
-  }
-  Click(form, button);
-}
-
 QStringList Items(QListWidget* list) {
   QStringList items;
   for (int i = 0; i < list->count(); ++i) items << list->item(i)->text();
   return items;
 }
 
-// The report the command line prints, with "\n" line ends and no last one, as the viewer holds it.
-QString CliReport(const std::string& arguments) {
-  std::string command = std::string(TARVIKA_PROGRAM_DIR) + "/tarvika-cli " + arguments;
-  std::string out;
-  FILE* pipe = popen(command.c_str(), "r");
-  std::array<char, 4096> buffer;
-  for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) out.append(buffer.data(), n);
-  pclose(pipe);
-  QString text = QString::fromStdString(out).replace("\r\n", "\n");
-  if (text.endsWith('\n')) text.chop(1);
-  return text;
-}
+// The report the command line prints, with no last line end, as the viewer holds it.
+QString CliReport(const std::string& arguments) { return tarvika::test::CliReport(arguments).chopped(1); }
 
 }  // namespace
 
