@@ -725,6 +725,7 @@ RunResult AnalysisForm::Run() {
   if (result == RunResult::TablesMissing) QCoreApplication::exit(1);
   ShowValues();  // the save switch went back to " No "
   ShowRefusal();
+  emit Finished();
   return result;
 }
 

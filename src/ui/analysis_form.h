@@ -74,6 +74,8 @@ class AnalysisForm : public QDialog {
  signals:
   // Just before the core runs the command.
   void AboutToRun(const QString& title, const QString& variables);
+  // After the run, whatever its end.
+  void Finished();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

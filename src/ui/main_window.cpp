@@ -98,6 +98,35 @@ class EnterMovesDown : public QObject {
   QTableView* view_;
 };
 
+// While long work runs, the events of the person reach only the Cancel button (and Escape
+// presses it); painting and timers go on, so the window stays alive.
+class BusyFilter : public QObject {
+ public:
+  BusyFilter(QPushButton* cancel) : QObject(cancel), cancel_(cancel) {}
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::KeyPress:
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && cancel_->isEnabled()) cancel_->click();
+        return true;
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+        return watched != cancel_;
+      case QEvent::KeyRelease:
+      case QEvent::Wheel:
+      case QEvent::Shortcut:
+      case QEvent::ShortcutOverride:
+      case QEvent::Close:
+        return true;
+      default:
+        return false;
+    }
+  }
+
+ private:
+  QPushButton* cancel_;
+};
+
 // The standard keys of the entries; an entry whose command is not built yet keeps its key
 // for the day it is.
 QKeySequence ShortcutOf(std::string_view command) {
@@ -151,6 +180,17 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   setCentralWidget(pages_);
   status_ = new QLabel(this);
   statusBar()->addWidget(status_, 1);
+  progress_ = new QProgressBar(this);
+  progress_->setRange(0, 0);  // busy: the messages say how far it is
+  progress_->setMaximumWidth(160);
+  cancel_ = new QPushButton(this);
+  cancel_->setObjectName("cancel");
+  statusBar()->addPermanentWidget(progress_);
+  statusBar()->addPermanentWidget(cancel_);
+  progress_->hide();
+  cancel_->hide();
+  busyFilter_ = new BusyFilter(cancel_);
+  connect(cancel_, &QPushButton::clicked, this, [this] { cancelAsked_ = true; });
   connect(variableModel_, &VariableTableModel::NamesChanged, dataModel_, &DataMatrixModel::Reload);
   for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(dataModel_), static_cast<QAbstractItemModel*>(variableModel_)}) {
     connect(model, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowTitle);
@@ -164,13 +204,16 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   addDockWidget(Qt::RightDockWidgetArea, resultsDock_);
   resultsDock_->hide();
 
-  ws.hooks.progress = [this](std::string_view text, std::string_view) { ShowStatus(text); };
+  ws.hooks.progress = [this](std::string_view text, std::string_view window) { ShowStatus(text, window); };
+  ws.hooks.cancelAsked = [this] { return cancelAsked_; };
   ws.hooks.showReport = [this](const std::string& path) { ShowReportFile(path); };
   Refresh();
 }
 
 MainWindow::~MainWindow() {
   session_.ws.hooks.progress = nullptr;
+  session_.ws.hooks.cancelAsked = nullptr;
+  if (busy_) qApp->removeEventFilter(busyFilter_);
   session_.ws.hooks.showReport = nullptr;
 }
 
@@ -180,6 +223,7 @@ AnalysisForm* MainWindow::Form(DialogKind kind) {
     form = new AnalysisForm(session_.ws, kind, this);
     form->setWindowFlag(Qt::Window);
     form->ApplyLanguage(Texts());
+    connect(form, &AnalysisForm::Finished, this, &MainWindow::EndBusy);
     connect(form, &AnalysisForm::AboutToRun, this, [this](const QString& title, const QString& variables) {
       pendingTitle_ = title;
       pendingVariables_ = variables;
@@ -286,12 +330,33 @@ void MainWindow::ExportResults(bool html) {
   if (!ok) ws.user.TellAs(MessageKind::Error, std::string(ws.Text("The output could not be written: ", "A kimenet nem írható: ")) + error);
 }
 
-void MainWindow::ShowStatus(std::string_view text) {
+void MainWindow::ShowStatus(std::string_view text, std::string_view window) {
   // Each message flips the colour so a running loop is seen to be alive.
   statusGreen_ = !text.empty() && !statusGreen_;
   status_->setStyleSheet(statusGreen_ ? "background-color: #00ff00;" : "");
   status_->setText(ToQt(text));
-  QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  if (!text.empty() && !busy_) {
+    // Long work begins: the bar, and Cancel for an analysis (a load or a save runs to its end).
+    busy_ = true;
+    cancelAsked_ = false;
+    cancel_->setEnabled(window != "MainForm");
+    progress_->show();
+    cancel_->show();
+    qApp->installEventFilter(busyFilter_);
+  } else if (text.empty()) {
+    EndBusy();
+  }
+  QApplication::processEvents();
+}
+
+void MainWindow::EndBusy() {
+  // Also after every command and run, so no path that forgets its last message leaves the
+  // window deaf.
+  if (!busy_) return;
+  busy_ = false;
+  qApp->removeEventFilter(busyFilter_);
+  progress_->hide();
+  cancel_->hide();
 }
 
 void MainWindow::Refresh() {
@@ -300,6 +365,7 @@ void MainWindow::Refresh() {
   ApplyQtTranslations();
   ShowTitle();
   resultsDock_->setWindowTitle(ToQt(ws.Text("Results", "Eredmények")));
+  cancel_->setText(ToQt(ws.Text("Cancel", "Mégse")));
   results_->SetCopyWord(ToQt(ws.Text("Copy table", "Táblázat másolása")));
   pages_->setTabText(0, ToQt(ws.Text("Data matrix", "Adattáblázat")));
   pages_->setTabText(1, ToQt(ws.Text("Variables", "Változók deklarációi")));
@@ -397,6 +463,7 @@ void MainWindow::BuildMenus() {
 
 bool MainWindow::OpenFile(const QString& path) {
   bool ok = session_.OpenProject(path.toStdString());
+  EndBusy();
   if (ok) ResetDialogs();  // after a load every dialog starts empty
   Refresh();
   return ok;
@@ -421,6 +488,10 @@ static std::optional<DialogKind> DialogOfMenu(std::string_view command) {
 }
 
 void MainWindow::RunCommand(const QString& command) {
+  struct EndsBusy {
+    MainWindow* w;
+    ~EndsBusy() { w->EndBusy(); }
+  } endsBusy{this};
   Workspace& ws = session_.ws;
   std::string name = command.toStdString();
   if (name == "file.new") {

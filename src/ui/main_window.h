@@ -5,6 +5,8 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QTranslator>
 #include <QTabWidget>
 #include <QTableView>
@@ -51,6 +53,9 @@ class MainWindow : public QMainWindow {
   // The menu action of a command, or nullptr.
   QAction* MenuAction(const QString& command) const;
   QMenu* RecentMenu() const { return recentMenu_; }
+  // The status bar's progress of long work, and its Cancel (analyses stop at their next message).
+  QProgressBar* Progress() const { return progress_; }
+  QPushButton* CancelButton() const { return cancel_; }
   // The dialog of a declaration cell (type, group labels, missing codes) of a variable;
   // true when the cell changed.
   bool EditDeclaration(int variable, int column);
@@ -62,11 +67,12 @@ class MainWindow : public QMainWindow {
  private:
   void BuildMenus();
   void ApplyFontSize();
-  void ShowStatus(std::string_view text);
+  void ShowStatus(std::string_view text, std::string_view window = "MainForm");
   bool SaveAs();
   void ShowReportFile(const std::string& path);
   void ResetDialogs();
   void ShowTitle();
+  void EndBusy();
   void FillRecentMenu();
   void ExportResults(bool html);
   void ApplyQtTranslations();
@@ -90,6 +96,11 @@ class MainWindow : public QMainWindow {
   ReportWindow* reportWindow_ = nullptr;
   RecentFilesWindow* recentWindow_ = nullptr;
   bool statusGreen_ = false;
+  QProgressBar* progress_ = nullptr;
+  QPushButton* cancel_ = nullptr;
+  QObject* busyFilter_ = nullptr;  // holds back other input while long work runs
+  bool busy_ = false;
+  bool cancelAsked_ = false;
 };
 
 }  // namespace tarvika

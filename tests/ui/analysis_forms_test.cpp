@@ -266,6 +266,41 @@ class AnalysisFormsTest : public QObject {
     QVERIFY(pane->RunReport(3).contains(QString::fromUtf8("Az input fájl neve: ")));
   }
 
+  void cancelEndsARunAndKeepsWhatItWrote() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    std::unique_ptr<MainWindow> window = Start(session);
+    QVERIFY(window->OpenFile(QString::fromStdString((root_ / "gui" / "dat" / "survey.msw").string())));
+    // 30,000 cases (the example's repeated): the run reports its progress every 10,000.
+    Workspace& ws = session.ws;
+    const int cases = 30000, original = ws.NumberOfCases(), columns = ws.NumberOfVariables();
+    ws.data.Resize(columns + 1, cases + 1);
+    for (int r = original + 1; r <= cases; ++r) {
+      for (int c = 0; c <= columns; ++c) ws.data.SetCell(c, r, std::string(ws.data.GetCell(c, (r - 1) % original + 1)));
+    }
+    window->RunCommand("analysis.single");
+    AnalysisForm* form = window->Form(DialogKind::SingleSample);
+    MoveNames(form, {"Pulse"}, "toSelected");
+    MoveNames(form, {"Smoke"}, "toConditional");
+    QPushButton* cancel = window->CancelButton();
+    bool shownEnabled = false;
+    QTimer::singleShot(0, cancel, [&] {  // the first time the run lets events through
+      shownEnabled = cancel->isVisible() && cancel->isEnabled() && window->Progress()->isVisible();
+      cancel->click();
+    });
+    QCOMPARE(form->Run(), RunResult::Ran);
+    QVERIFY(shownEnabled);
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("The analysis was cancelled."));
+    QVERIFY(window->Results()->RunReport(0).trimmed().endsWith("The analysis was cancelled."));
+    QVERIFY(!window->Results()->RunReport(0).contains("Pulse rate"));  // stopped before its table
+    QVERIFY(!cancel->isVisible());
+    QVERIFY(!window->Progress()->isVisible());
+    // Without Cancel the same run goes to its end.
+    QCOMPARE(form->Run(), RunResult::Ran);
+    QVERIFY(window->Results()->RunReport(1).contains("Pulse rate"));
+    QVERIFY(!window->Results()->RunReport(1).contains("The analysis was cancelled."));
+  }
+
  private:
   std::unique_ptr<MainWindow> Start(Session& session) {
     StartOptions options;
