@@ -735,6 +735,11 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
     ws.user.Tell(*damage + "\r\n" + HowMuchWasRead(ws, tables));
     KeepMinimalShape(ws);
     ws.data.RenumberCases();
+    // The damage was told once: the declarations the file lost get free names rather than
+    // a question for each of them.
+    for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
+      if (ws.vars.GetCell(kShortName, v).empty()) ws.vars.SetCell(kShortName, v, FreeVarName(ws, v));
+    }
   }
 
   NormaliseShortNames(ws);

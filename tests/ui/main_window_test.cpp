@@ -144,6 +144,21 @@ class MainWindowTest : public QObject {
     QVERIFY(recent->actions().size() >= 1);
     QVERIFY(recent->actions().front()->text().endsWith(project));
 
+    // A damaged file is told once: no question follows for each declaration it lost.
+    {
+      std::ifstream whole(project.toStdString(), std::ios::binary);
+      std::string bytes((std::istreambuf_iterator<char>(whole)), std::istreambuf_iterator<char>());
+      std::ofstream((root_ / "dat" / "cut.msw").string(), std::ios::binary) << bytes.substr(0, 120);
+    }
+    std::size_t asked = user.asked.size(), told = user.told.size();
+    QVERIFY(!window.OpenFile(QString::fromStdString((root_ / "dat" / "cut.msw").string())));
+    QCOMPARE(user.asked.size(), asked + 1);  // only whether to save the open project first
+    QCOMPARE(QString::fromStdString(user.asked.back()), QString("Do you want to save current project?"));
+    QCOMPARE(user.told.size(), told + 1);
+    QVERIFY(QString::fromStdString(user.told.back()).startsWith("Invalid or damaged Tarvika file"));
+    QCOMPARE(window.VariableView()->model()->rowCount(), 4);  // its variables kept, the lost ones named
+    QVERIFY(window.OpenFile(project));
+
     // A save that fails keeps the workspace and its marker, and says so.
     QVERIFY(data->model()->setData(data->model()->index(1, 0), "52"));
     fs::remove_all(root_ / "dat");
