@@ -371,17 +371,6 @@ void MainWindow::Refresh() {
   pages_->setTabText(1, ToQt(ws.Text("Variables", "Változók deklarációi")));
   dataModel_->Reload();
   variableModel_->Reload();
-  const int widths[] = {50, 100, 150, 100, 100, 100, 100};
-  for (int c = 0; c < VariableTableModel::kVisibleColumns; ++c) variableView_->setColumnWidth(c, widths[c]);
-  // Data columns: the widest of the header, the first ten and the last ten rows, plus 4 pixels.
-  QFontMetrics fm = dataView_->fontMetrics();
-  int cases = ws.NumberOfCases();
-  for (int c = 1; c <= ws.NumberOfVariables() && c <= 1000; ++c) {
-    int w = fm.horizontalAdvance(ToQt(ws.data.GetCell(c, 0)));
-    for (int r = 1; r <= cases; r = (r == 10 && cases > 20) ? cases - 9 : r + 1)
-      w = std::max(w, fm.horizontalAdvance(ToQt(ws.data.GetCell(c, r))));
-    dataView_->setColumnWidth(c - 1, std::max(w + 4 + 12, 40));
-  }
   ApplyFontSize();
   BuildMenus();
   for (auto& [kind, form] : forms_) form->ApplyLanguage(Texts());
@@ -390,12 +379,32 @@ void MainWindow::Refresh() {
 }
 
 void MainWindow::ApplyFontSize() {
-  if (!session_.settings.fontSize) return;
-  QFont font = dataView_->font();
-  font.setPointSize(*session_.settings.fontSize);
-  for (QTableView* view : {dataView_, variableView_}) {
-    view->setFont(font);
-    view->verticalHeader()->setDefaultSectionSize(QFontMetrics(font).height() + 6);
+  if (session_.settings.fontSize) {
+    QFont font = dataView_->font();
+    font.setPointSize(*session_.settings.fontSize);
+    for (QTableView* view : {dataView_, variableView_}) {
+      view->setFont(font);
+      view->horizontalHeader()->setFont(font);
+      view->verticalHeader()->setFont(font);
+      view->verticalHeader()->setDefaultSectionSize(QFontMetrics(font).height() + 6);
+    }
+  }
+  // The columns follow the font, so no header is cut.
+  Workspace& ws = session_.ws;
+  QFontMetrics fm = variableView_->fontMetrics();
+  const int widths[] = {50, 100, 150, 100, 100, 100, 100};
+  for (int c = 0; c < VariableTableModel::kVisibleColumns; ++c) {
+    int header = fm.horizontalAdvance(variableModel_->headerData(c, Qt::Horizontal, Qt::DisplayRole).toString()) + 16;
+    variableView_->setColumnWidth(c, std::max(widths[c] * fm.height() / 16, header));
+  }
+  // Data columns: the widest of the header, the first ten and the last ten rows, plus margins.
+  fm = dataView_->fontMetrics();
+  int cases = ws.NumberOfCases();
+  for (int c = 1; c <= ws.NumberOfVariables() && c <= 1000; ++c) {
+    int w = fm.horizontalAdvance(ToQt(ws.data.GetCell(c, 0)));
+    for (int r = 1; r <= cases; r = (r == 10 && cases > 20) ? cases - 9 : r + 1)
+      w = std::max(w, fm.horizontalAdvance(ToQt(ws.data.GetCell(c, r))));
+    dataView_->setColumnWidth(c - 1, std::max(w + 4 + 12, 40));
   }
 }
 

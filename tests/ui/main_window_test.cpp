@@ -2,6 +2,7 @@
 // switch, saving and opening again.
 
 #include <QMenuBar>
+#include <QHeaderView>
 #include <QMenu>
 #include <QFile>
 #include <QLibraryInfo>
@@ -158,6 +159,18 @@ class MainWindowTest : public QObject {
     QVERIFY(QString::fromStdString(user.told.back()).startsWith("Invalid or damaged Tarvika file"));
     QCOMPARE(window.VariableView()->model()->rowCount(), 4);  // its variables kept, the lost ones named
     QVERIFY(window.OpenFile(project));
+
+    // A larger font widens the columns with it: no header is cut.
+    user.QueueText("24");
+    window.RunCommand("settings.font");
+    for (QTableView* view : {data, vars}) {
+      QFontMetrics fm(view->horizontalHeader()->font());
+      QCOMPARE(fm.height(), QFontMetrics(view->font()).height());
+      for (int c = 1; c < view->model()->columnCount(); ++c) {
+        QString head = view->model()->headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
+        QVERIFY2(fm.horizontalAdvance(head) < view->columnWidth(c), qPrintable(head));
+      }
+    }
 
     // A save that fails keeps the workspace and its marker, and says so.
     QVERIFY(data->model()->setData(data->model()->index(1, 0), "52"));
