@@ -720,7 +720,7 @@ QString AnalysisForm::RunVariables() const {
 
 RunResult AnalysisForm::Run() {
   emit AboutToRun(RunTitle(), RunVariables());
-  RunResult result = RunAnalysis(ws_, dialog_, ReportFormat::Text);
+  RunResult result = RunAnalysis(ws_, dialog_, format_);
   // Without its statistical tables the program can't go on: the message was told, it stops.
   if (result == RunResult::TablesMissing) QCoreApplication::exit(1);
   ShowValues();  // the save switch went back to " No "

@@ -38,8 +38,9 @@ class AnalysisForm : public QDialog {
   void ApplyLanguage(const LanguageTexts* texts);
   // The reset button; also after a project was loaded.
   void Reset();
-  // The run button.
+  // The run button; the report in the form set (html: tables and figures).
   RunResult Run();
+  void SetReportFormat(ReportFormat format) { format_ = format; }
   // The explanation of the chosen command ("help/alaps.inf" of the language folder).
   QString CommandHint() const;
 
@@ -114,6 +115,7 @@ class AnalysisForm : public QDialog {
   std::map<std::string, ParameterRow> rows_;
   std::map<ListRole, Target> targets_;
   bool filling_ = false;
+  ReportFormat format_ = ReportFormat::Text;
 
   QLabel* commandLabel_;
   QComboBox* commandBox_;

@@ -223,6 +223,7 @@ AnalysisForm* MainWindow::Form(DialogKind kind) {
     form = new AnalysisForm(session_.ws, kind, this);
     form->setWindowFlag(Qt::Window);
     form->ApplyLanguage(Texts());
+    form->SetReportFormat(htmlReports_ ? ReportFormat::Html : ReportFormat::Text);
     connect(form, &AnalysisForm::Finished, this, &MainWindow::EndBusy);
     connect(form, &AnalysisForm::AboutToRun, this, [this](const QString& title, const QString& variables) {
       pendingTitle_ = title;
@@ -453,6 +454,14 @@ void MainWindow::BuildMenus() {
         labels->setChecked(dataModel_->LabelsShown());
         connect(labels, &QAction::toggled, dataModel_, &DataMatrixModel::ShowLabels);
         actions_["view.value_labels"] = labels;
+        QAction* figures = menu->addAction(WithMnemonic(ToQt(ws.Text("Reports with figures (html)", "Jelentések ábrákkal (html)")), taken));
+        figures->setCheckable(true);
+        figures->setChecked(htmlReports_);
+        connect(figures, &QAction::toggled, this, [this](bool on) {
+          htmlReports_ = on;
+          for (auto& [kind, form] : forms_) form->SetReportFormat(on ? ReportFormat::Html : ReportFormat::Text);
+        });
+        actions_["view.html_reports"] = figures;
         for (bool html : {true, false}) {
           QString text = ToQt(html ? ws.Text("Export results as HTML...", "Eredmények exportálása HTML-be...")
                                    : ws.Text("Export results as text...", "Eredmények exportálása szövegként..."));

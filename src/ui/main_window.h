@@ -101,6 +101,7 @@ class MainWindow : public QMainWindow {
   QObject* busyFilter_ = nullptr;  // holds back other input while long work runs
   bool busy_ = false;
   bool cancelAsked_ = false;
+  bool htmlReports_ = false;  // the forms write html reports, with figures
 };
 
 }  // namespace tarvika

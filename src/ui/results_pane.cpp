@@ -9,7 +9,11 @@
 #include <QLabel>
 #include <QRegularExpression>
 #include <QScrollArea>
+#include <QPointer>
 #include <QScrollBar>
+#include <QTimer>
+#include <QSvgRenderer>
+#include <QSvgWidget>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QTreeWidget>
@@ -26,7 +30,20 @@ namespace {
 struct Block {
   bool table = false;
   std::vector<QStringList> rows;  // for text: one cell per line
+  QString svg;                    // a figure of an html report, in place of rows
 };
+
+// An html report's text between its figures: cells end with tabs, rows and breaks with
+// line ends, as the text form of a report has them.
+QString HtmlAsText(QString html) {
+  html.remove('\r').remove('\n');
+  html.replace(QRegularExpression("</t[dh]>", QRegularExpression::CaseInsensitiveOption), "\t");
+  html.replace(QRegularExpression("</tr>|<br\\s*/?>|</p>|<p>|</h\\d>|</div>|</title>", QRegularExpression::CaseInsensitiveOption), "\n");
+  html.remove(QRegularExpression("<title>[^<]*", QRegularExpression::CaseInsensitiveOption));
+  html.remove(QRegularExpression("<[^>]*>"));
+  html.replace("&lt;", "<").replace("&gt;", ">").replace("&quot;", "\"").replace("&nbsp;", " ").replace("&amp;", "&");
+  return html;
+}
 
 std::vector<Block> Blocks(const QString& report) {
   std::vector<Block> blocks;
@@ -34,14 +51,33 @@ std::vector<Block> Blocks(const QString& report) {
   text.replace("\r\n", "\n");
   for (const QString& line : text.split('\n')) {
     bool table = line.contains('\t');
-    if (blocks.empty() || blocks.back().table != table) blocks.push_back({table, {}});
-    blocks.back().rows.push_back(table ? line.split('\t') : QStringList{line});
+    if (blocks.empty() || blocks.back().table != table || !blocks.back().svg.isEmpty()) blocks.push_back({table, {}, {}});
+    QStringList cells = table ? line.split('\t') : QStringList{line};
+    while (table && cells.size() > 1 && cells.back().trimmed().isEmpty()) cells.removeLast();
+    blocks.back().rows.push_back(cells);
   }
   // Trailing empty lines of a text block say nothing.
   for (Block& block : blocks) {
     while (!block.table && !block.rows.empty() && block.rows.back().front().trimmed().isEmpty()) block.rows.pop_back();
   }
-  std::erase_if(blocks, [](const Block& b) { return b.rows.empty(); });
+  std::erase_if(blocks, [](const Block& b) { return b.rows.empty() && b.svg.isEmpty(); });
+  return blocks;
+}
+
+// The blocks of a report: an html one is cut at its figures, each figure a block of its own.
+std::vector<Block> ReportBlocks(const QString& report, bool html) {
+  if (!html) return Blocks(report);
+  std::vector<Block> blocks;
+  static const QRegularExpression figure("<svg.*?</svg>", QRegularExpression::CaseInsensitiveOption |
+                                                              QRegularExpression::DotMatchesEverythingOption);
+  qsizetype at = 0;
+  for (auto it = figure.globalMatch(report); it.hasNext();) {
+    QRegularExpressionMatch m = it.next();
+    for (Block& b : Blocks(HtmlAsText(report.mid(at, m.capturedStart() - at)))) blocks.push_back(std::move(b));
+    blocks.push_back({false, {}, m.captured()});
+    at = m.capturedEnd();
+  }
+  for (Block& b : Blocks(HtmlAsText(report.mid(at)))) blocks.push_back(std::move(b));
   return blocks;
 }
 
@@ -71,6 +107,8 @@ ResultsPane::ResultsPane(QWidget* parent) : QWidget(parent) {
   scroll_->setWidgetResizable(true);
   content_ = new QWidget(scroll_);
   contentLayout_ = new QVBoxLayout(content_);
+  // The runs keep their whole height; the pane scrolls over them.
+  contentLayout_->setSizeConstraint(QLayout::SetMinimumSize);
   contentLayout_->addStretch();
   scroll_->setWidget(content_);
   auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -95,7 +133,6 @@ QTableWidget* ResultsPane::MakeTable(const std::vector<QStringList>& rows, QWidg
   table->setShowGrid(false);
   table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
   table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 4);
   for (int r = 0; r < static_cast<int>(rows.size()); ++r) {
     for (int c = 0; c < static_cast<int>(rows[r].size()); ++c) {
@@ -105,9 +142,24 @@ QTableWidget* ResultsPane::MakeTable(const std::vector<QStringList>& rows, QWidg
       table->setItem(r, c, item);
     }
   }
+  // A caption row (one text, fewer cells than the table) spans to the right edge instead of
+  // widening its column.
+  for (int r = 0; r < static_cast<int>(rows.size()); ++r) {
+    const QStringList& row = rows[r];
+    int filled = 0, at = -1;
+    for (int c = 0; c < static_cast<int>(row.size()); ++c) {
+      if (!row[c].trimmed().isEmpty()) {
+        ++filled;
+        at = c;
+      }
+    }
+    if (filled == 1 && row.size() < columns && !LooksNumeric(row[at]) && columns - at > 1) table->setSpan(r, at, 1, columns - at);
+  }
   table->resizeColumnsToContents();
   for (int c = 0; c < columns; ++c) table->setColumnWidth(c, table->columnWidth(c) + 12);
-  table->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  // The whole table shows: the pane scrolls, never the table.
+  table->setFixedSize(table->horizontalHeader()->length() + 2 * table->frameWidth(),
+                      table->verticalHeader()->length() + 2 * table->frameWidth());
   table->setContextMenuPolicy(Qt::ActionsContextMenu);
   auto* copy = new QAction(copyWord_, table);
   copy->setShortcut(QKeySequence::Copy);
@@ -117,16 +169,25 @@ QTableWidget* ResultsPane::MakeTable(const std::vector<QStringList>& rows, QWidg
   return table;
 }
 
-void ResultsPane::AddRun(const QString& title, const QString& variables, const QString& report) {
-  Run run{title, variables, report, QDateTime::currentDateTime(), nullptr, {}};
+void ResultsPane::AddRun(const QString& title, const QString& variables, const QString& report, bool html) {
+  Run run{title, variables, report, html, QDateTime::currentDateTime(), nullptr, {}, {}};
   run.section = new QWidget(content_);
   auto* layout = new QVBoxLayout(run.section);
+  layout->setSizeConstraint(QLayout::SetMinimumSize);
   auto* heading = new QLabel(QString("<b>%1</b> &nbsp; %2 &nbsp; <i>%3</i>")
                                  .arg(Escape(title), Escape(variables), run.time.toString("HH:mm:ss")),
                              run.section);
   layout->addWidget(heading);
   const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  for (const Block& block : Blocks(report)) {
+  for (const Block& block : ReportBlocks(report, html)) {
+    if (!block.svg.isEmpty()) {
+      auto* picture = new QSvgWidget(run.section);
+      picture->load(block.svg.toUtf8());
+      picture->setFixedSize(picture->renderer()->defaultSize());
+      layout->addWidget(picture);
+      run.figures.push_back(picture);
+      continue;
+    }
     if (block.table) {
       QTableWidget* table = MakeTable(block.rows, run.section);
       layout->addWidget(table);
@@ -154,32 +215,28 @@ bool ResultsPane::AddReportFile(const QString& title, const QString& variables, 
   QByteArray bytes = file.readAll();
   // Reports are written in the report encoding; read back into the text the run wrote.
   QString text = ToQt(FromReportEncoding(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
-  if (path.ends_with(".html")) {
-    // The html form's text; its figures stay in the file.
-    static const QRegularExpression tags("<[^>]*>");
-    text.replace(QRegularExpression("</(tr|p|h\\d|div|br)>", QRegularExpression::CaseInsensitiveOption), "\n");
-    text.replace(QRegularExpression("</t[dh]>", QRegularExpression::CaseInsensitiveOption), "\t");
-    text.remove(tags);
-  }
+  const bool html = path.ends_with(".html");
   QString shownTitle = title;
   if (shownTitle.isEmpty()) {
     // Without a form's title: the report's first line after its heading.
-    for (const QString& line : text.split('\n')) {
+    for (const QString& line : (html ? HtmlAsText(text) : text).split('\n')) {
       if (!line.trimmed().isEmpty() && !line.startsWith("||")) {
         shownTitle = line.trimmed();
         break;
       }
     }
   }
-  AddRun(shownTitle, variables, text);
+  AddRun(shownTitle, variables, text, html);
   return true;
 }
 
 void ResultsPane::ShowRun(int run) {
   if (run < 0 || run >= RunCount()) return;
-  QWidget* section = runs_[run].section;
-  content_->layout()->activate();
-  scroll_->verticalScrollBar()->setValue(section->y());
+  // Once the new section is laid out: a run just added has no place yet.
+  QPointer<QWidget> section = runs_[run].section;
+  QTimer::singleShot(0, this, [this, section] {
+    if (section) scroll_->verticalScrollBar()->setValue(section->y());
+  });
 }
 
 QString ResultsPane::TableText(const QTableWidget* table) {
@@ -204,7 +261,11 @@ QString ResultsPane::SessionHtml() const {
   for (const Run& run : runs_) {
     html += QString("<h2>%1</h2>\n<p>%2 &mdash; %3</p>\n")
                 .arg(Escape(run.title), Escape(run.variables), run.time.toString(Qt::ISODate));
-    for (const Block& block : Blocks(run.report)) {
+    for (const Block& block : ReportBlocks(run.report, run.html)) {
+      if (!block.svg.isEmpty()) {
+        html += "<p>" + block.svg + "</p>\n";
+        continue;
+      }
       if (!block.table) {
         QStringList lines;
         for (const QStringList& row : block.rows) lines << Escape(row.front());
@@ -228,7 +289,7 @@ QString ResultsPane::SessionHtml() const {
 
 QString ResultsPane::SessionText() const {
   QStringList parts;
-  for (const Run& run : runs_) parts << run.report;
+  for (const Run& run : runs_) parts << (run.html ? HtmlAsText(run.report) : run.report);
   return parts.join("\n\n");
 }
 

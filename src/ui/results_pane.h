@@ -23,9 +23,9 @@ class ResultsPane : public QWidget {
  public:
   explicit ResultsPane(QWidget* parent = nullptr);
 
-  // Adds a run: its report text as the analysis wrote it.
-  void AddRun(const QString& title, const QString& variables, const QString& report);
-  // Adds the report a file holds (a text report; an html one is shown as its text).
+  // Adds a run: its report as the analysis wrote it (text, or html with svg figures).
+  void AddRun(const QString& title, const QString& variables, const QString& report, bool html = false);
+  // Adds the report a file holds (".html": tables and figures of the html form).
   bool AddReportFile(const QString& title, const QString& variables, const std::string& path);
 
   int RunCount() const { return static_cast<int>(runs_.size()); }
@@ -34,6 +34,7 @@ class ResultsPane : public QWidget {
   QTreeWidget* Outline() const { return outline_; }
   // The tables of a run, in the order of the report.
   std::vector<QTableWidget*> Tables(int run) const { return runs_[run].tables; }
+  std::vector<QWidget*> Figures(int run) const { return runs_[run].figures; }
   // Brings a run into view, as choosing it in the outline does.
   void ShowRun(int run);
 
@@ -51,9 +52,11 @@ class ResultsPane : public QWidget {
  private:
   struct Run {
     QString title, variables, report;
+    bool html = false;
     QDateTime time;
     QWidget* section = nullptr;
     std::vector<QTableWidget*> tables;
+    std::vector<QWidget*> figures;
   };
   QTableWidget* MakeTable(const std::vector<QStringList>& rows, QWidget* parent);
 

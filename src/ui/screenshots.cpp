@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QAction>
 #include <QDockWidget>
 #include <QListWidget>
 #include <QTabWidget>
@@ -82,7 +83,7 @@ bool WriteScreenshots(MainWindow& window, const QString& folder) {
     form->close();
   }
 
-  // Three runs side by side with the data.
+  // Runs side by side with the data.
   AnalysisForm* single = window.Form(DialogKind::SingleSample);
   single->Open();
   for (int code : {kBasicStatistics, kDetailedStatistics, kNormalityTests}) {
@@ -90,6 +91,12 @@ bool WriteScreenshots(MainWindow& window, const QString& folder) {
     FillForm(single);
     if (single->Run() != RunResult::Ran) return false;
   }
+  // And one html report, with its histograms.
+  window.MenuAction("view.html_reports")->trigger();
+  single->SetCommand(kFrequencies);
+  FillForm(single);
+  if (single->Run() != RunResult::Ran) return false;
+  window.MenuAction("view.html_reports")->trigger();
   single->close();
   window.resize(1400, 800);
   save(&window, "results_pane");

@@ -260,10 +260,27 @@ class AnalysisFormsTest : public QObject {
     std::string all((std::istreambuf_iterator<char>(text)), std::istreambuf_iterator<char>());
     QCOMPARE(QString::fromStdString(all), pane->RunReport(0) + "\n\n" + pane->RunReport(1) + "\n\n" + pane->RunReport(2));
 
+    // Html reports: their tables as tables, their figures drawn beside them.
+    window->MenuAction("view.html_reports")->trigger();
+    form->SetCommand(kFrequencies);
+    QCOMPARE(form->Run(), RunResult::Ran);
+    QCOMPARE(pane->RunCount(), 4);
+    QCOMPARE(pane->Figures(3).size(), std::size_t(2));  // a histogram per variable
+    QVERIFY(pane->Figures(3).front()->width() > 50);
+    QTableWidget* frequencies = pane->Tables(3).front();
+    QCOMPARE(frequencies->item(0, 0)->text(), QString("Midpoint"));  // classes of a continuous variable
+    QCOMPARE(frequencies->item(0, 1)->text(), QString("Freq."));
+    QVERIFY(frequencies->item(1, 1)->textAlignment() & Qt::AlignRight);
+    // Every table shows whole, above the figure that follows it.
+    QApplication::processEvents();
+    for (QTableWidget* t : pane->Tables(3)) QVERIFY(t->height() > t->rowCount() * t->rowHeight(0));
+    QVERIFY(pane->Tables(3)[0]->geometry().bottom() < pane->Figures(3)[0]->geometry().top());
+    window->MenuAction("view.html_reports")->trigger();
+
     // A Hungarian report reads back with its accented letters.
     window->RunCommand("settings.language");
     QCOMPARE(form->Run(), RunResult::Ran);
-    QVERIFY(pane->RunReport(3).contains(QString::fromUtf8("Az input fájl neve: ")));
+    QVERIFY(pane->RunReport(4).contains(QString::fromUtf8("Az input fájl neve: ")));
   }
 
   void cancelEndsARunAndKeepsWhatItWrote() {
