@@ -714,8 +714,10 @@ QString AnalysisForm::RunVariables() const {
   if (!dialog_.yList.empty()) parts << "Y: " + join(dialog_.yList);
   if (!dialog_.grouping.empty()) parts << "G: " + join(dialog_.grouping);
   if (!dialog_.covariates.empty()) parts << "C: " + join(dialog_.covariates);
-  if (!dialog_.conditional.empty()) parts << "| " + ToQt(dialog_.conditional);
-  return parts.join("; ");
+  QString names = parts.join("; ");
+  // The conditional grouping variable after a bar: "Pulse, Height | Smoke".
+  if (!dialog_.conditional.empty()) names += " | " + ToQt(dialog_.conditional);
+  return names;
 }
 
 RunResult AnalysisForm::Run() {

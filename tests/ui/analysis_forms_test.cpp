@@ -138,6 +138,9 @@ class AnalysisFormsTest : public QObject {
       QString shown = window->Results()->RunReport(ran - 1).replace("\r\n", "\n");
       QCOMPARE(shown, expected);
       QCOMPARE(window->Results()->RunTitle(ran - 1), QString::fromUtf8(command->Entry(Language::English).data()));
+      if (s.code == kCorrelationRegression) {
+        QVERIFY(window->Results()->Outline()->topLevelItem(ran - 1)->text(0).endsWith("(Height, Pulse; Y: Wr.Hnd, Age | Sex)"));
+      }
       form->close();
     }
     QCOMPARE(window->Results()->Outline()->topLevelItemCount(), ran);
