@@ -9,7 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libboost-dev libboost-math-dev libeigen3-dev
   libreadstat-dev libzip-dev libpugixml-dev libxlsxwriter-dev libfreexl-dev
-  qt6-base-dev fonts-dejavu-core
+  qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core
 )
 
 missing=()

@@ -1,6 +1,7 @@
 // tarvika: the desktop program.
 
 #include <QApplication>
+#include <QStatusBar>
 #include <QStringList>
 
 #include <cstdio>
@@ -46,6 +47,7 @@ int main(int argc, char** argv) {
   if (session.StartUp(options) != tarvika::StartResult::Ready) return 1;
   tarvika::MainWindow window(session);
   user.SetParent(&window);
+  user.SetStatusLine([&window](const QString& text) { window.statusBar()->showMessage(text, 8000); });
   window.resize(1000, 700);
   window.show();
   return app.exec();

@@ -216,6 +216,12 @@ std::string_view SelectionError(const Workspace& ws, const AnalysisDialog& dialo
 
 }  // namespace
 
+std::string SelectionRefusal(const Workspace& ws, const AnalysisDialog& dialog) {
+  const CommandInfo* command = dialog.commands->Find(dialog.commandCode);
+  if (command == nullptr || command->dialog != dialog.kind || !command->offered) return {};
+  return std::string(SelectionError(ws, dialog, command->selection));
+}
+
 PreparedRun PrepareRun(Workspace& ws, AnalysisDialog& dialog) {
   PreparedRun run;
   const int code = dialog.commandCode;

@@ -62,6 +62,10 @@ std::string SanitiseVariableName(std::string_view name, std::string_view fallbac
 // running number from 1 added, within 8 characters; after 100 numbers the last one tried.
 std::string UniqueSaveName(const Workspace& ws, std::string_view base);
 
+// The message that a run would refuse the selection with (the command's own checks), or
+// empty; a form shows it and keeps its run button off while it is there.
+std::string SelectionRefusal(const Workspace& ws, const AnalysisDialog& dialog);
+
 struct PreparedRun {
   AnalysisRequest request;
   std::string error;  // the message of a refused selection; the tables are then unchanged

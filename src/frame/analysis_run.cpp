@@ -39,7 +39,15 @@ std::string_view AnalysisRun::T(std::string_view english, std::string_view hunga
 
 bool AnalysisRun::English() const { return ws.language == Language::English; }
 
-void AnalysisRun::ShowProgress(std::string_view text) const { ws.ShowProgress(text, Dialog(command.dialog).windowName); }
+namespace {
+// Thrown at a progress message after the person asked to cancel; the run ends its report.
+struct RunCancelled {};
+}  // namespace
+
+void AnalysisRun::ShowProgress(std::string_view text) const {
+  ws.ShowProgress(text, Dialog(command.dialog).windowName);
+  if (!text.empty() && ws.hooks.cancelAsked && ws.hooks.cancelAsked()) throw RunCancelled{};
+}
 
 void AnalysisRun::ShowCaseProgress(int row) const { ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row)); }
 
@@ -109,6 +117,15 @@ RunOutcome RunCommand(Workspace& ws, const AnalysisRequest& request, const Comma
     } catch (const MissingTableFile& missing) {
       run.report.CloseReport();
       return {RunResult::TablesMissing, MissingTableMessage(missing.name(), ws.language)};
+    } catch (const RunCancelled&) {
+      // What was written stays, with a line that says the rest is missing.
+      const std::string_view cancelled = run.T("The analysis was cancelled.", "Az elemzés megszakadt.");
+      run.report.Line("");
+      run.report.Line(cancelled);
+      ws.ShowProgress("");
+      if (!run.report.CloseReport()) return reportFailed();
+      run.report.ShowReport();
+      return {RunResult::Ran, std::string(cancelled)};
     }
   }
   run.ShowProgress("");

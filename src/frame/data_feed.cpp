@@ -12,7 +12,6 @@
 #include "workspace/workspace.h"
 
 namespace tarvika {
-namespace {
 
 bool IsMissingByCodes(const MissingCodes& m, double x) {
   switch (m.count) {
@@ -34,8 +33,6 @@ bool IsMissingByCodes(const MissingCodes& m, double x) {
       return false;
   }
 }
-
-}  // namespace
 
 DataFeed::DataFeed(const Workspace& ws, const std::vector<MissingCodes>& missing, std::vector<int> columns)
     : ws_(ws), missing_(missing), columns_(std::move(columns)), separator_(ws.decimalSeparator) {

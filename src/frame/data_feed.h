@@ -17,6 +17,9 @@ namespace tarvika {
 class Workspace;
 class ReportWriter;
 
+// Whether x is one of the declared missing codes (or in their range).
+bool IsMissingByCodes(const MissingCodes& m, double x);
+
 class DataFeed {
  public:
   // columns[1..K]: the variables that ReadRow reads (a SelectedIndex); missing[v] the codes

@@ -2,13 +2,19 @@
 // The main window: the two table pages, the menu bar built from the core's menu, the
 // status line, and the commands of the menu.
 
+#include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTranslator>
 #include <QTabWidget>
 #include <QTableView>
 
+#include <map>
 #include <optional>
 
+#include "frame/dialog_parameters.h"
 #include "lang/language_files.h"
 
 namespace tarvika {
@@ -16,7 +22,8 @@ namespace tarvika {
 class Session;
 class DataMatrixModel;
 class VariableTableModel;
-class TKijelolForm;
+class AnalysisForm;
+class ResultsPane;
 class ReportWindow;
 class RecentFilesWindow;
 
@@ -37,9 +44,21 @@ class MainWindow : public QMainWindow {
   QTableView* DataView() const { return dataView_; }
   QTableView* VariableView() const { return variableView_; }
   const LanguageTexts* Texts() const { return texts_ ? &*texts_ : nullptr; }
-  // The forms of the window, made when first needed.
-  TKijelolForm* SingleSampleForm();
+  // The forms of the window, made when first needed: one analysis form per dialog kind.
+  AnalysisForm* Form(DialogKind kind);
   ReportWindow* Reports();
+  // The results pane beside the data (a dock), with every run of the session.
+  ResultsPane* Results() const { return results_; }
+  QDockWidget* ResultsDock() const { return resultsDock_; }
+  // The menu action of a command, or nullptr.
+  QAction* MenuAction(const QString& command) const;
+  QMenu* RecentMenu() const { return recentMenu_; }
+  // The status bar's progress of long work, and its Cancel (analyses stop at their next message).
+  QProgressBar* Progress() const { return progress_; }
+  QPushButton* CancelButton() const { return cancel_; }
+  // The dialog of a declaration cell (type, group labels, missing codes) of a variable;
+  // true when the cell changed.
+  bool EditDeclaration(int variable, int column);
   RecentFilesWindow* RecentFiles();
 
  protected:
@@ -48,10 +67,15 @@ class MainWindow : public QMainWindow {
  private:
   void BuildMenus();
   void ApplyFontSize();
-  void ShowStatus(std::string_view text);
+  void ShowStatus(std::string_view text, std::string_view window = "MainForm");
   bool SaveAs();
   void ShowReportFile(const std::string& path);
   void ResetDialogs();
+  void ShowTitle();
+  void EndBusy();
+  void FillRecentMenu();
+  void ExportResults(bool html);
+  void ApplyQtTranslations();
 
   Session& session_;
   std::optional<LanguageTexts> texts_;
@@ -61,10 +85,23 @@ class MainWindow : public QMainWindow {
   DataMatrixModel* dataModel_ = nullptr;
   VariableTableModel* variableModel_ = nullptr;
   QLabel* status_ = nullptr;
-  TKijelolForm* singleForm_ = nullptr;
+  std::map<DialogKind, AnalysisForm*> forms_;
+  ResultsPane* results_ = nullptr;
+  QDockWidget* resultsDock_ = nullptr;
+  QString pendingTitle_, pendingVariables_;  // of the run under way, for the results' outline
+  QMenu* recentMenu_ = nullptr;
+  std::map<QString, QAction*> actions_;
+  QTranslator qtTranslator_;
+  bool qtTranslated_ = false;
   ReportWindow* reportWindow_ = nullptr;
   RecentFilesWindow* recentWindow_ = nullptr;
   bool statusGreen_ = false;
+  QProgressBar* progress_ = nullptr;
+  QPushButton* cancel_ = nullptr;
+  QObject* busyFilter_ = nullptr;  // holds back other input while long work runs
+  bool busy_ = false;
+  bool cancelAsked_ = false;
+  bool htmlReports_ = false;  // the forms write html reports, with figures
 };
 
 }  // namespace tarvika

@@ -6,7 +6,25 @@
 #include "ui/qt_text.h"
 
 namespace tarvika {
-void QtUserChannel::Tell(std::string_view message) { QMessageBox::information(parent_, "Tarvika", ToQt(message)); }
+void QtUserChannel::Tell(std::string_view message) { TellAs(MessageKind::Warning, message); }
+
+void QtUserChannel::TellAs(MessageKind kind, std::string_view message) {
+  switch (kind) {
+    case MessageKind::Information:
+      if (status_) {
+        status_(ToQt(message));
+      } else {
+        QMessageBox::information(parent_, "Tarvika", ToQt(message));
+      }
+      break;
+    case MessageKind::Warning:
+      QMessageBox::warning(parent_, "Tarvika", ToQt(message));
+      break;
+    case MessageKind::Error:
+      QMessageBox::critical(parent_, "Tarvika", ToQt(message));
+      break;
+  }
+}
 
 std::optional<std::string> QtUserChannel::AskText(std::string_view prompt, std::string_view initial) {
   bool ok = false;

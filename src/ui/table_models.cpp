@@ -1,8 +1,14 @@
 #include "ui/table_models.h"
 
+#include <QBrush>
+#include <QColor>
+
+#include "frame/data_feed.h"
+#include "ui/declaration_dialogs.h"
 #include "ui/qt_text.h"
 #include "workspace/declaration_editors.h"
 #include "workspace/declarations.h"
+#include "workspace/numbers.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -28,8 +34,43 @@ int DataMatrixModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant DataMatrixModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) return {};
-  return ToQt(ws_.data.GetCell(index.column() + 1, index.row() + 1));
+  if (!index.isValid()) return {};
+  const int v = index.column() + 1;
+  std::string_view text = ws_.data.GetCell(v, index.row() + 1);
+  switch (role) {
+    case Qt::EditRole:
+      return ToQt(text);
+    case Qt::DisplayRole: {
+      if (showLabels_ && v < static_cast<int>(labels_.size()) && labels_[v] && !text.empty()) {
+        if (auto x = ParsePlainDecimal(text, ws_.decimalSeparator)) {
+          for (const LabelEntry& e : *labels_[v]) {
+            if (*x >= e.lo && *x <= e.hi) return ToQt(e.label);
+          }
+        }
+      }
+      return ToQt(text);
+    }
+    case Qt::TextAlignmentRole: {
+      bool number = !text.empty() && ParsePlainDecimal(text, ws_.decimalSeparator).has_value();
+      return QVariant::fromValue(Qt::Alignment((number && !showLabels_ ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+    }
+    case Qt::BackgroundRole:
+    case Qt::ToolTipRole: {
+      // A declared missing code is marked: shaded, and its tool tip says so.
+      if (text.empty() || v >= static_cast<int>(missing_.size()) || missing_[v].count == 0) return {};
+      auto x = ParsePlainDecimal(text, ws_.decimalSeparator);
+      if (!x || !IsMissingByCodes(missing_[v], *x)) return {};
+      if (role == Qt::BackgroundRole) return QBrush(QColor(255, 224, 178));
+      return ToQt(ws_.Text("Declared missing code", "Deklarált hiányzó kód"));
+    }
+    default:
+      return {};
+  }
+}
+
+void DataMatrixModel::ShowLabels(bool on) {
+  showLabels_ = on;
+  if (rowCount() > 0 && columnCount() > 0) emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 QVariant DataMatrixModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -56,6 +97,14 @@ bool DataMatrixModel::setData(const QModelIndex& index, const QVariant& value, i
 
 void DataMatrixModel::Reload() {
   beginResetModel();
+  const int n = ws_.NumberOfVariables();
+  labels_.assign(n + 1, std::nullopt);
+  missing_.assign(n + 1, MissingCodes{});
+  for (int v = 1; v <= n; ++v) {
+    labels_[v] = ParseLabels(ws_, v);
+    if (labels_[v] && labels_[v]->empty()) labels_[v].reset();
+    missing_[v] = ParseMissingText(ws_.vars.GetCell(kMissing, v), ws_.decimalSeparator).codes;
+  }
   endResetModel();
 }
 
@@ -66,8 +115,25 @@ int VariableTableModel::rowCount(const QModelIndex& parent) const {
 int VariableTableModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : kVisibleColumns; }
 
 QVariant VariableTableModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) return {};
-  return ToQt(ws_.vars.GetCell(index.column(), index.row() + 1));
+  if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole)) return {};
+  const int row = index.row() + 1;
+  std::string_view cell = ws_.vars.GetCell(index.column(), row);
+  if (role == Qt::EditRole) return ToQt(cell);
+  // The declarations in words; the cell itself is the tool tip and what the editors start from.
+  QString words;
+  switch (index.column()) {
+    case kType: words = TypeInWords(ws_, cell); break;
+    case kGroupLabels: words = LabelsInWords(ws_, row); break;
+    case kMissing: words = MissingInWords(ws_, cell); break;
+    case kGroupType: {
+      GroupKind kind = GroupKindOf(cell);
+      words = kind == GroupKind::Unknown ? ToQt(cell) : ToQt(GroupTypeWord(kind, ws_.language));
+      break;
+    }
+    default: words = ToQt(cell);
+  }
+  if (role == Qt::ToolTipRole) return words == ToQt(cell) ? QVariant() : QVariant(ToQt(cell));
+  return words;
 }
 
 QVariant VariableTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -80,7 +146,9 @@ QVariant VariableTableModel::headerData(int section, Qt::Orientation orientation
 
 Qt::ItemFlags VariableTableModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags f = QAbstractTableModel::flags(index);
-  if (index.column() != kIndex) f |= Qt::ItemIsEditable;
+  // The type, the labels and the missing codes have their dialogs (opened by Enter or a double click).
+  const int c = index.column();
+  if (c != kIndex && c != kType && c != kGroupLabels && c != kMissing) f |= Qt::ItemIsEditable;
   return f;
 }
 
@@ -101,7 +169,7 @@ bool VariableTableModel::setData(const QModelIndex& index, const QVariant& value
     ws_.dataChanged = true;
   }
   if (index.column() == kShortName || index.column() == kType || index.column() == kGroupLabels ||
-      index.column() == kMissing) {
+      index.column() == kGroupType || index.column() == kMissing) {
     ValidateDeclarations(ws_);
     emit NamesChanged();
   }

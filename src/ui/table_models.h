@@ -3,6 +3,11 @@
 
 #include <QAbstractTableModel>
 
+#include <optional>
+#include <vector>
+
+#include "workspace/declarations.h"
+
 namespace tarvika {
 
 class Workspace;
@@ -19,10 +24,17 @@ class DataMatrixModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
-  // The tables were replaced (load, new): the view starts again.
+  // The tables were replaced (load, new) or their declarations changed: the view starts again.
   void Reload();
+  // Value labels instead of codes (the toggle of the View menu); editing shows the code.
+  void ShowLabels(bool on);
+  bool LabelsShown() const { return showLabels_; }
 
  private:
+  // The declarations the grid reads per painted cell, parsed once per reload.
+  std::vector<std::optional<std::vector<LabelEntry>>> labels_;  // by variable, 1-based
+  std::vector<MissingCodes> missing_;
+  bool showLabels_ = false;
   Workspace& ws_;
 };
 

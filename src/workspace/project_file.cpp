@@ -210,7 +210,7 @@ void ReadHeader(InputFile& in, Tables& t, const Workspace& ws, bool continuation
 void TellUnreadable(Workspace& ws, const std::string& path, const InputFile& file) {
   std::string_view what = file.IsOpen() ? ws.Text("The file cannot be read: ", "A fájl nem olvasható: ")
                                         : ws.Text("The file cannot be opened: ", "A fájl nem nyitható meg: ");
-  ws.user.Tell(fmt::format("{}{}\r\n{}", what, path, file.Error()));
+  ws.user.TellAs(MessageKind::Error, fmt::format("{}{}\r\n{}", what, path, file.Error()));
 }
 
 // The first line's key is one of the two magics.
@@ -479,8 +479,8 @@ bool ReadMergeRows(InputFile& in, Tables& t, char sep) {
 // Writing files
 
 void TellWriteFailure(Workspace& ws, const std::string& path, const std::string& error) {
-  ws.user.Tell(
-      fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
+  ws.user.TellAs(MessageKind::Error,
+                 fmt::format("{}{}\r\n{}", ws.Text("The file cannot be written: ", "A fájl nem írható: "), path, error));
 }
 
 std::string ProgramFile(const Workspace& ws, std::string_view name) {
@@ -724,6 +724,11 @@ LoadResult LoadProject(Workspace& ws, const std::string& givenPath) {
     ws.user.Tell(*damage + "\r\n" + HowMuchWasRead(ws, tables));
     KeepMinimalShape(ws);
     ws.data.RenumberCases();
+    // The damage was told once: the declarations the file lost get free names rather than
+    // a question for each of them.
+    for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
+      if (ws.vars.GetCell(kShortName, v).empty()) ws.vars.SetCell(kShortName, v, FreeVarName(ws, v));
+    }
   }
 
   NormaliseShortNames(ws);
@@ -794,7 +799,7 @@ bool SaveProject(Workspace& ws, const std::string& givenPath) {
   recent.push_back(path);
   StoreRecentFiles(ws, recent);
 
-  ws.user.Tell("Saved: " + path);
+  ws.user.TellAs(MessageKind::Information, "Saved: " + path);
   ws.ShowProgress("");
   ws.SetCurrentFile(path);
   ws.dataChanged = false;

@@ -12,12 +12,19 @@
 namespace tarvika {
 
 enum class Answer { Yes, No, Cancel };
+// What a told message is, for the icon of its box.
+enum class MessageKind { Information, Warning, Error };
 
 class UserChannel {
  public:
   virtual ~UserChannel() = default;
   // A message box: the person reads it and confirms.
   virtual void Tell(std::string_view message) = 0;
+  // The same with its kind; a channel without icons just tells it.
+  virtual void TellAs(MessageKind kind, std::string_view message) {
+    (void)kind;
+    Tell(message);
+  }
   // A one-line text; nullopt when the person cancels.
   virtual std::optional<std::string> AskText(std::string_view prompt, std::string_view initial) = 0;
   virtual Answer AskYesNoCancel(std::string_view question) = 0;

@@ -25,6 +25,8 @@ inline constexpr int kShortNameLength = 8;
 struct WindowHooks {
   // A running message on the status line of the named window; an empty text restores it.
   std::function<void(std::string_view text, std::string_view window)> progress;
+  // The answer to a progress message of an analysis: true when the person asked to cancel.
+  std::function<bool()> cancelAsked;
   // Hands a finished report file to the viewer.
   std::function<void(const std::string& path)> showReport;
 };

@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTextBrowser>
 #include <QtTest>
@@ -25,11 +26,15 @@
 #include "ui/main_window.h"
 #include "ui/recent_files_window.h"
 #include "ui/report_window.h"
-#include "ui/single_sample_form.h"
+#include "ui/analysis_form.h"
+#include "ui/declaration_dialogs.h"
+#include "ui/results_pane.h"
+#include "ui_test_support.h"
 #include "workspace/session.h"
 
 namespace fs = std::filesystem;
 using namespace tarvika;
+using tarvika::test::MoveNames;
 
 namespace {
 
@@ -41,36 +46,14 @@ void Click(QWidget* parent, const char* name) {
   QTest::mouseClick(button, Qt::LeftButton);
 }
 
-// Selects the names in the form's source list and presses the button.
-void MoveNames(TKijelolForm* form, const QStringList& names, const char* button) {
-  QListWidget* source = form->SourceListWidget();
-  source->clearSelection();
-  for (const QString& name : names) {
-    auto found = source->findItems(name, Qt::MatchExactly);
-    QVERIFY2(found.size() == 1, qPrintable(name));
-    found.front()->setSelected(true);
-  }
-  Click(form, button);
-}
-
 QStringList Items(QListWidget* list) {
   QStringList items;
   for (int i = 0; i < list->count(); ++i) items << list->item(i)->text();
   return items;
 }
 
-// The report the command line prints, with "\n" line ends and no last one, as the viewer holds it.
-QString CliReport(const std::string& arguments) {
-  std::string command = std::string(TARVIKA_PROGRAM_DIR) + "/tarvika-cli " + arguments;
-  std::string out;
-  FILE* pipe = popen(command.c_str(), "r");
-  std::array<char, 4096> buffer;
-  for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) out.append(buffer.data(), n);
-  pclose(pipe);
-  QString text = QString::fromStdString(out).replace("\r\n", "\n");
-  if (text.endsWith('\n')) text.chop(1);
-  return text;
-}
+// The report the command line prints, with no last line end, as the viewer holds it.
+QString CliReport(const std::string& arguments) { return tarvika::test::CliReport(arguments).chopped(1); }
 
 }  // namespace
 
@@ -106,11 +89,44 @@ class FormsTest : public QObject {
     QCOMPARE(Cell(data, 2, 7), QString());  // a missing height stays empty
     QCOMPARE(Cell(data, 236, 0), QString("1"));
     QAbstractItemModel* vars = window->VariableView()->model();
-    QCOMPARE(Cell(vars, 8, kGroupLabels), QString("16_20=up to 20;/20_25=20 to 25;/25_80=over 25;/"));
+    QCOMPARE(Cell(vars, 8, kGroupLabels), QString::fromUtf8("16–20 = up to 20, 20–25 = 20 to 25, 25–80 = over 25"));
+    QCOMPARE(vars->data(vars->index(8, kGroupLabels), Qt::EditRole).toString(),
+             QString("16_20=up to 20;/20_25=20 to 25;/25_80=over 25;/"));
     QCOMPARE(Cell(vars, 8, kGroupType), QString("intervals"));
 
+    // The grid: numbers right-aligned, a declared missing code marked, value labels on request.
+    auto alignment = [&](int row, int column) {
+      return Qt::Alignment(data->data(data->index(row, column), Qt::TextAlignmentRole).toInt());
+    };
+    QVERIFY(alignment(0, 1) & Qt::AlignRight);
+    QCOMPARE(Cell(data, 3, 4), QString("999"));  // Pulse declares 999 missing
+    QVERIFY(data->data(data->index(3, 4), Qt::BackgroundRole).isValid());
+    QCOMPARE(data->data(data->index(3, 4), Qt::ToolTipRole).toString(), QString("Declared missing code"));
+    QVERIFY(!data->data(data->index(0, 4), Qt::BackgroundRole).isValid());
+    window->MenuAction("view.value_labels")->trigger();
+    QCOMPARE(Cell(data, 0, 0), QString("Female"));
+    QCOMPARE(Cell(data, 0, 8), QString("up to 20"));  // 18.25 in the interval 16_20
+    QCOMPARE(Cell(data, 0, 1), QString("18.5"));       // no labels: the value
+    QCOMPARE(data->data(data->index(0, 8), Qt::EditRole).toString(), QString("18.25"));
+    window->MenuAction("view.value_labels")->trigger();
+    QCOMPARE(Cell(data, 0, 0), QString("1"));
+
+    // Enter goes down a row, after writing the cell being edited too (W.Hnd, not in the run below).
+    QTableView* grid = window->DataView();
+    grid->setCurrentIndex(data->index(0, 3));
+    QTest::keyClick(grid, Qt::Key_Return);
+    QCOMPARE(grid->currentIndex(), data->index(1, 3));
+    grid->edit(grid->currentIndex());
+    auto* editor = grid->findChild<QLineEdit*>();
+    QVERIFY(editor != nullptr);
+    QCOMPARE(editor->text(), QString("1"));
+    editor->setText("2");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCOMPARE(Cell(data, 1, 3), QString("2"));
+    QCOMPARE(grid->currentIndex(), data->index(2, 3));
+
     window->RunCommand("analysis.single");
-    TKijelolForm* form = window->SingleSampleForm();
+    AnalysisForm* form = window->Form(DialogKind::SingleSample);
     QVERIFY(form->isVisible());
     QCOMPARE(form->CommandList()->currentText(), QString("Basic descriptive statistics"));
     QCOMPARE(Items(form->SourceListWidget()).join(","), QString("Sex,Wr.Hnd,NW.Hnd,W.Hnd,Pulse,Exer,Smoke,Height,Age"));
@@ -126,6 +142,10 @@ class FormsTest : public QObject {
     QCOMPARE(form->Dialog().conditional, std::string("Smoke"));
 
     Click(form, "run");
+    // The report joins the results pane beside the data; the viewer shows the files.
+    QVERIFY(window->ResultsDock()->isVisible());
+    QCOMPARE(window->Results()->RunCount(), 1);
+    window->RunCommand("view.output");
     ReportWindow* viewer = window->Reports();
     QVERIFY(viewer->isVisible());
     QCOMPARE(viewer->windowTitle(), QString::fromStdString(LastReportPath(root_.string())));
@@ -136,6 +156,7 @@ class FormsTest : public QObject {
                                  "' --command 11 --vars Wr.Hnd,NW.Hnd,Pulse,Height,Age --cond Smoke --lang en");
     QVERIFY(expected.startsWith("|| Tarvika 2.0\n"));
     QCOMPARE(shown, expected);
+    QCOMPARE(window->Results()->RunReport(0).replace("\r\n", "\n").chopped(1), expected);
 
     // The viewer: find, replace all, append, save; an edit by hand is part of the page.
     QPlainTextEdit* last = viewer->PageEdit(ReportViewer::kLast);
@@ -172,6 +193,64 @@ class FormsTest : public QObject {
     QVERIFY(!fs::exists(root_ / "output" / "zuli_tot.txt"));
   }
 
+  void declarationsInWordsAndTheirDialogs() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    std::unique_ptr<MainWindow> window = Start(session);
+    window->RunCommand("settings.language");
+    QVERIFY(window->OpenFile(project_));
+    Workspace& ws = session.ws;
+    QAbstractItemModel* vars = window->VariableView()->model();
+    QCOMPARE(Cell(vars, 0, kType), QString("number"));
+    QCOMPARE(Cell(vars, 0, kGroupLabels), QString("1 = Female, 2 = Male"));
+    QCOMPARE(Cell(vars, 4, kMissing), QString("999"));
+    QVERIFY(!(vars->flags(vars->index(0, kType)) & Qt::ItemIsEditable));  // its dialog edits it
+
+    // The type: the core's checks and messages.
+    TypeDialog type(ws, "num=0_0;");
+    type.Minimum()->setText("5");
+    type.Maximum()->setText("1");
+    QVERIFY(!type.Result());
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Maximal value must be greater then minimal value."));
+    type.Maximum()->setText("9");
+    QCOMPARE(type.Result(), std::optional<std::string>("num=5_9;"));
+    type.Kind()->setCurrentText("string");
+    type.Length()->setText("12");
+    QCOMPARE(type.Result(), std::optional<std::string>("string=12;"));
+    QCOMPARE(TypeInWords(ws, "string=12;"), QString("text of 12 characters"));
+    QCOMPARE(TypeInWords(ws, "num=5_9;"), QString("number from 5 to 9"));
+
+    // Missing codes: a range and one value, shown in words and marked in the grid.
+    MissingDialog missing(ws, "999");
+    QCOMPARE(missing.Value(0)->text(), QString("999"));
+    missing.Mode()->setCurrentIndex(2);
+    missing.Low()->setText("100");
+    missing.High()->setText("200");
+    missing.Value(2)->setText("35");
+    std::optional<std::string> codes = missing.Result();
+    QVERIFY(codes.has_value());
+    QVERIFY(vars->setData(vars->index(4, kMissing), QString::fromStdString(*codes)));
+    QCOMPARE(Cell(vars, 4, kMissing), QString("100 to 200 and 35"));
+    QAbstractItemModel* data = window->DataView()->model();
+    QCOMPARE(Cell(data, 4, 4), QString("35"));
+    QVERIFY(data->data(data->index(4, 4), Qt::BackgroundRole).isValid());
+    QVERIFY(!data->data(data->index(3, 4), Qt::BackgroundRole).isValid());  // 999 is no longer a code
+
+    // Group labels: added through the core's editor; a second label for a code is refused.
+    LabelDialog labels(ws, false, "1=Female;/2=Male;/");
+    QCOMPARE(labels.Entries()->count(), 2);
+    labels.Low()->setText("3");
+    labels.Label()->setText("Other");
+    QVERIFY(labels.Add());
+    QCOMPARE(labels.Result(), std::string("1=Female;/2=Male;/3=Other;/"));
+    std::size_t told = user.told.size();
+    labels.Low()->setText("1");
+    labels.Label()->setText("Again");
+    QVERIFY(!labels.Add());
+    QCOMPARE(user.told.size(), told + 1);
+    QCOMPARE(labels.Result(), std::string("1=Female;/2=Male;/3=Other;/"));
+  }
+
   void parametersLanguageRecentFilesAndReset() {
     ScriptedChannel user(Answer::No);
     Session session(user);
@@ -179,7 +258,7 @@ class FormsTest : public QObject {
     QVERIFY(window != nullptr);
     QVERIFY(window->OpenFile(project_));
     window->RunCommand("analysis.single");
-    TKijelolForm* form = window->SingleSampleForm();
+    AnalysisForm* form = window->Form(DialogKind::SingleSample);
     QCOMPARE(form->windowTitle(), QString::fromUtf8("Egymintás elemzések"));
     MoveNames(form, {"Pulse", "Age"}, "toSelected");
 
@@ -218,19 +297,19 @@ class FormsTest : public QObject {
     auto* toggle = qobject_cast<QPushButton*>(form->ParameterControl("saveStandardized"));
     QCOMPARE(toggle->text(), QString(" No "));
     QVERIFY(toggle->styleSheet().contains("#ff8000"));
-    QVERIFY(!form->ParameterControl("standardizedKind")->isVisibleTo(form));
+    QVERIFY(!form->ParameterControl("standardizedKind")->isEnabled());
     QTest::mouseClick(toggle, Qt::LeftButton);
     QCOMPARE(toggle->text(), QString(" Yes "));
     QVERIFY(toggle->styleSheet().contains("#00ff00"));
     QCOMPARE(form->Dialog().Value("saveStandardized"), std::string(" Yes "));
-    QVERIFY(form->ParameterControl("standardizedKind")->isVisibleTo(form));  // shown while saving is on
+    QVERIFY(form->ParameterControl("standardizedKind")->isEnabled());  // asked while saving is on
 
     // The language switch relabels every form at once and keeps the chosen command.
     QCOMPARE(MenuEntry(*window, "Válts angolra").isEmpty(), false);
     window->RunCommand("settings.language");
     QCOMPARE(form->windowTitle(), QString("Single sample analyses"));
     QCOMPARE(form->CommandList()->currentText(), QString("Test of normality"));
-    QCOMPARE(qobject_cast<QPushButton*>(form->findChild<QPushButton*>("run"))->text(), QString("Run"));
+    QCOMPARE(qobject_cast<QPushButton*>(form->findChild<QPushButton*>("run"))->text(), QString("&Run"));
     QCOMPARE(window->Reports()->Pages()->tabText(1), QString("Complete output file"));
     QCOMPARE(MenuEntry(*window, "Change to hungarian").isEmpty(), false);
     form->CommandList()->setCurrentIndex(1);
@@ -265,7 +344,7 @@ class FormsTest : public QObject {
     for (QAction* top : w.menuBar()->actions()) {
       if (top->menu() == nullptr) continue;
       for (QAction* a : top->menu()->actions()) {
-        if (a->text() == text) return a->text();
+        if (QString(a->text()).remove('&') == text) return a->text();
       }
     }
     return {};

@@ -2,6 +2,10 @@
 // switch, saving and opening again.
 
 #include <QMenuBar>
+#include <QHeaderView>
+#include <QMenu>
+#include <QFile>
+#include <QLibraryInfo>
 #include <QtTest>
 
 #include <filesystem>
@@ -31,7 +35,7 @@ QString Cell(QTableView* view, int row, int column) {
 
 QStringList MenuTitles(QMainWindow& w) {
   QStringList titles;
-  for (QAction* a : w.menuBar()->actions()) titles << a->text();
+  for (QAction* a : w.menuBar()->actions()) titles << QString(a->text()).remove('&');
   return titles;
 }
 
@@ -60,6 +64,9 @@ class MainWindowTest : public QObject {
     MainWindow window(session);
     window.show();
     QCOMPARE(MenuTitles(window).first(), QString("Fájl"));  // no settings file: Hungarian
+    // Qt's own dialogs speak the session's language where Qt's translations are installed.
+    bool qtHungarian = QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) + "/qtbase_hu.qm");
+    if (qtHungarian) QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QString("Mégse"));
 
     QString project = QString::fromStdString((root_ / "dat" / "people.msw").string());
     QVERIFY(window.OpenFile(project));
@@ -70,7 +77,8 @@ class MainWindowTest : public QObject {
     QCOMPARE(data->model()->headerData(2, Qt::Horizontal).toString(), QString("jövedel"));
     QCOMPARE(Cell(data, 0, 0), QString("34"));
     QTableView* vars = window.VariableView();
-    QCOMPARE(Cell(vars, 1, kGroupType), QString("codes"));  // as the file stores it
+    QCOMPARE(Cell(vars, 1, kGroupType), QString::fromUtf8("kódokkal"));  // in the session's words
+    QCOMPARE(vars->model()->data(vars->model()->index(1, kGroupType), Qt::EditRole).toString(), QString("codes"));
     QCOMPARE(Cell(vars, 0, kLongName), QString("Életkor (év)"));
 
     // Editing goes through the core: with the type control on, a numeric cell is cleaned.
@@ -78,6 +86,7 @@ class MainWindowTest : public QObject {
     QVERIFY(data->model()->setData(data->model()->index(0, 0), " 041.50"));
     QCOMPARE(Cell(data, 0, 0), QString("41.5"));
     QVERIFY(session.ws.dataChanged);
+    QCOMPARE(window.windowTitle(), "Tarvika: " + project + " *");  // unsaved changes are marked
     // A group type typed in is refused; one from the list is taken.
     QVERIFY(!vars->model()->setData(vars->model()->index(0, kGroupType), "sometimes"));
     QCOMPARE(QString::fromStdString(user.told.back()), QString("Használja a leomló listát a beírásra!"));
@@ -88,14 +97,19 @@ class MainWindowTest : public QObject {
 
     window.RunCommand("settings.language");
     QCOMPARE(MenuTitles(window).first(), QString("File"));
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QString("Cancel"));
     QCOMPARE(window.Pages()->tabText(1), QString("Variables"));
     window.RunCommand("settings.language");
     QCOMPARE(Cell(vars, 1, kGroupType), QString("kódokkal"));  // the change translates the words
     window.RunCommand("settings.language");
     QVERIFY(fs::exists(root_ / "Tarvika.cfg"));
 
+    // A save keeps the current cell and clears the marker.
+    data->setCurrentIndex(data->model()->index(2, 3));
     window.RunCommand("file.save");
     QCOMPARE(QString::fromStdString(user.told.back()), "Saved: " + project);
+    QCOMPARE(data->currentIndex(), data->model()->index(2, 3));
+    QCOMPARE(window.windowTitle(), "Tarvika: " + project);
     window.RunCommand("file.new");
     QCOMPARE(data->model()->rowCount(), 1);
     QVERIFY(window.OpenFile(project));
@@ -117,8 +131,54 @@ class MainWindowTest : public QObject {
     std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     QCOMPARE(QString::fromStdString(bytes), QString("num=1_5;\r\n1=no;/5=yes;/\r\ncodes\r\n"));
 
-    window.RunCommand("data.sort_cases");
-    QCOMPARE(QString::fromStdString(user.told.back()), QString("Sorry, under construction."));
+    // Menus: an entry whose work isn't built is greyed out and says why; the standard keys.
+    QAction* sort = window.MenuAction("data.sort_cases");
+    QVERIFY(sort != nullptr);
+    QVERIFY(!sort->isEnabled());
+    QCOMPARE(sort->toolTip(), QString("Sorry, under construction."));
+    QVERIFY(window.MenuAction("analysis.single")->isEnabled());
+    QCOMPARE(window.MenuAction("file.open")->shortcut(), QKeySequence(QKeySequence::Open));
+    QCOMPARE(window.MenuAction("file.save")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_S));
+    QCOMPARE(window.MenuAction("edit.redo")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Y));
+    auto* recent = window.RecentMenu();
+    QVERIFY(recent != nullptr);
+    QVERIFY(recent->actions().size() >= 1);
+    QVERIFY(recent->actions().front()->text().endsWith(project));
+
+    // A damaged file is told once: no question follows for each declaration it lost.
+    {
+      std::ifstream whole(project.toStdString(), std::ios::binary);
+      std::string bytes((std::istreambuf_iterator<char>(whole)), std::istreambuf_iterator<char>());
+      std::ofstream((root_ / "dat" / "cut.msw").string(), std::ios::binary) << bytes.substr(0, 120);
+    }
+    std::size_t asked = user.asked.size(), told = user.told.size();
+    QVERIFY(!window.OpenFile(QString::fromStdString((root_ / "dat" / "cut.msw").string())));
+    QCOMPARE(user.asked.size(), asked + 1);  // only whether to save the open project first
+    QCOMPARE(QString::fromStdString(user.asked.back()), QString("Do you want to save current project?"));
+    QCOMPARE(user.told.size(), told + 1);
+    QVERIFY(QString::fromStdString(user.told.back()).startsWith("Invalid or damaged Tarvika file"));
+    QCOMPARE(window.VariableView()->model()->rowCount(), 4);  // its variables kept, the lost ones named
+    QVERIFY(window.OpenFile(project));
+
+    // A larger font widens the columns with it: no header is cut.
+    user.QueueText("24");
+    window.RunCommand("settings.font");
+    for (QTableView* view : {data, vars}) {
+      QFontMetrics fm(view->horizontalHeader()->font());
+      QCOMPARE(fm.height(), QFontMetrics(view->font()).height());
+      for (int c = 1; c < view->model()->columnCount(); ++c) {
+        QString head = view->model()->headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
+        QVERIFY2(fm.horizontalAdvance(head) < view->columnWidth(c), qPrintable(head));
+      }
+    }
+
+    // A save that fails keeps the workspace and its marker, and says so.
+    QVERIFY(data->model()->setData(data->model()->index(1, 0), "52"));
+    fs::remove_all(root_ / "dat");
+    window.RunCommand("file.save");
+    QVERIFY(QString::fromStdString(user.told.back()).startsWith("The file cannot be written: " + project));
+    QCOMPARE(Cell(data, 1, 0), QString("52"));
+    QVERIFY(window.windowTitle().endsWith(" *"));
   }
 
  private:

@@ -321,7 +321,9 @@ TEST_F(ProjectFileTest, DamagedFilesKeepWhatWasRead) {
   EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file\r\nRead: the declarations of 1 of 2 "
                                                 "variables and 0 of 1 cases. " + untitled});
   EXPECT_EQ(Decl(kShortName, 1), "a");
-  EXPECT_EQ(Decl(kShortName, 2), "");
+  EXPECT_EQ(Decl(kShortName, 2), "var_1");  // a lost declaration gets a free name, no question
+  EXPECT_EQ(Cell(2, 0), "var_1");
+  EXPECT_TRUE(user.asked.empty());
   EXPECT_EQ(Cell(1, 1), "");
 
   std::string cases = Header(2, 1);
@@ -331,7 +333,8 @@ TEST_F(ProjectFileTest, DamagedFilesKeepWhatWasRead) {
   EXPECT_EQ(user.told, std::vector<std::string>{"Invalid or damaged Tarvika file\r\nRead: the declarations of 0 of 2 "
                                                 "variables and 0 of ? cases. " + untitled});
   EXPECT_EQ(ws.NumberOfVariables(), 2);
-  EXPECT_EQ(Decl(kShortName, 1), "");
+  EXPECT_EQ(Decl(kShortName, 1), "var_1");
+  EXPECT_EQ(Decl(kShortName, 2), "var_2");
   EXPECT_EQ(Cell(1, 1), "");
 
   // Hungarian session.

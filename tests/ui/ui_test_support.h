@@ -1,0 +1,42 @@
+#pragma once
+// What the Qt tests of the forms share: the command line's report of a run, and moving
+// names in an analysis form as a person does (choose them in the source list, press a button).
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include "ui/analysis_form.h"
+
+namespace tarvika::test {
+
+// tarvika-cli ARGUMENTS: its standard output with "\n" line ends.
+inline QString CliReport(const std::string& arguments) {
+  std::string command = std::string(TARVIKA_PROGRAM_DIR) + "/tarvika-cli " + arguments;
+  std::string out;
+  FILE* pipe = popen(command.c_str(), "r");
+  std::array<char, 4096> buffer;
+  for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) out.append(buffer.data(), n);
+  pclose(pipe);
+  return QString::fromStdString(out).replace("\r\n", "\n");
+}
+
+// Selects the names in the form's source list and presses the button.
+inline void MoveNames(AnalysisForm* form, const QStringList& names, const QString& button) {
+  QListWidget* source = form->SourceListWidget();
+  source->clearSelection();
+  for (const QString& name : names) {
+    auto found = source->findItems(name, Qt::MatchExactly);
+    QVERIFY2(found.size() == 1, qPrintable(name));
+    found.front()->setSelected(true);
+  }
+  auto* push = form->findChild<QPushButton*>(button);
+  QVERIFY2(push != nullptr, qPrintable(button));
+  QTest::mouseClick(push, Qt::LeftButton);
+}
+
+}  // namespace tarvika::test
