@@ -271,6 +271,11 @@ std::optional<std::string> CleanNumber(std::string_view text, char separator) {
 
 void CleanNumericField(std::string& field, char separator) {
   if (!IsCleanNumber(field)) {
+    thread_local std::string plain;
+    if (CleanPlainDecimal(field, separator, plain)) {
+      field.assign(plain);  // already in the local separator
+      return;
+    }
     if (auto cleaned = CleanNumber(field, separator)) field = std::move(*cleaned);
   }
   std::size_t p = field.find('.');

@@ -318,10 +318,8 @@ class RowCutter {
       if (cut && numeric_[c] && !field.empty()) {
         const char* s = SeparatorOf(field);
         if (!IsCleanNumber(field) || (s != nullptr && *s != sep_)) {
-          if (!CleanPlainDecimal(field, sep_, changed_)) {
-            changed_.assign(field);
-            CleanNumericField(changed_, sep_);
-          }
+          changed_.assign(field);
+          CleanNumericField(changed_, sep_);
           field = changed_;
         }
       }
