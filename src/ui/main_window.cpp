@@ -191,6 +191,10 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   cancel_->hide();
   busyFilter_ = new BusyFilter(cancel_);
   connect(cancel_, &QPushButton::clicked, this, [this] { cancelAsked_ = true; });
+  connect(dataModel_, &DataMatrixModel::CellEdited, this, [this](int col, int row, const QString& before, const QString& after) {
+    journals_.data.Record(col, row, ToStd(before));
+    journals_.data.Record(col, row, ToStd(after));
+  });
   connect(variableModel_, &VariableTableModel::NamesChanged, dataModel_, &DataMatrixModel::Reload);
   for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(dataModel_), static_cast<QAbstractItemModel*>(variableModel_)}) {
     connect(model, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowTitle);
@@ -434,7 +438,7 @@ void MainWindow::BuildMenus() {
         if (const Hint* hint = texts_->HintOf(e.tag)) action->setStatusTip(ToQt(hint->shortHint));
       }
       // An entry whose work isn't built is greyed out and says so; it lights up once it is.
-      if (!MenuEntryIsBuilt(e.command)) {
+      if (!MenuEntryIsBuilt(e.command) && !RunsGridCommand(e.command)) {
         action->setEnabled(false);
         action->setToolTip(notBuilt);
       }
@@ -482,7 +486,10 @@ void MainWindow::BuildMenus() {
 bool MainWindow::OpenFile(const QString& path) {
   bool ok = session_.OpenProject(path.toStdString());
   EndBusy();
-  if (ok) ResetDialogs();  // after a load every dialog starts empty
+  if (ok) {
+    ResetDialogs();  // after a load every dialog starts empty
+    journals_ = Journals{};
+  }
   Refresh();
   return ok;
 }
@@ -513,7 +520,10 @@ void MainWindow::RunCommand(const QString& command) {
   Workspace& ws = session_.ws;
   std::string name = command.toStdString();
   if (name == "file.new") {
-    if (session_.NewProject()) ResetDialogs();
+    if (session_.NewProject()) {
+      ResetDialogs();
+      journals_ = Journals{};
+    }
     Refresh();
   } else if (name == "file.open") {
     QString path = QFileDialog::getOpenFileName(this, QString(), ToQt(session_.ProgramPath("dat")), kOpenFilter);
@@ -539,6 +549,7 @@ void MainWindow::RunCommand(const QString& command) {
     DefaultVariableForm(ws, Texts(), this).exec();
   } else if (std::optional<DialogKind> kind = DialogOfMenu(name)) {
     Form(*kind)->Open();
+  } else if (RunGridCommand(name)) {
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {

@@ -14,6 +14,8 @@
 #include <map>
 #include <optional>
 
+#include "editing/cell_journal.h"
+#include "editing/clipboard.h"
 #include "frame/dialog_parameters.h"
 #include "lang/language_files.h"
 
@@ -60,6 +62,8 @@ class MainWindow : public QMainWindow {
   // true when the cell changed.
   bool EditDeclaration(int variable, int column);
   RecentFilesWindow* RecentFiles();
+  // The commands of the Edit, Data and Variables menus the window runs over the data grid.
+  static bool RunsGridCommand(std::string_view command);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -76,6 +80,12 @@ class MainWindow : public QMainWindow {
   void FillRecentMenu();
   void ExportResults(bool html);
   void ApplyQtTranslations();
+  // The grid commands (grid_commands.cpp); false when the name is none of them.
+  bool RunGridCommand(const std::string& name);
+  // The selected cells of the data grid (the cursor's cell when none is selected).
+  CellRect GridSelection() const;
+  // After a command changed cells or the tables' shape: the views read the tables again.
+  void AfterGridChange(const CellRect& cursor);
 
   Session& session_;
   std::optional<LanguageTexts> texts_;
@@ -101,7 +111,8 @@ class MainWindow : public QMainWindow {
   QObject* busyFilter_ = nullptr;  // holds back other input while long work runs
   bool busy_ = false;
   bool cancelAsked_ = false;
-  bool htmlReports_ = false;  // the forms write html reports, with figures
+  bool htmlReports_ = false;
+  Journals journals_;  // undo and redo of the data grid  // the forms write html reports, with figures
 };
 
 }  // namespace tarvika
