@@ -132,7 +132,7 @@ class MainWindowTest : public QObject {
     QCOMPARE(QString::fromStdString(bytes), QString("num=1_5;\r\n1=no;/5=yes;/\r\ncodes\r\n"));
 
     // Menus: an entry whose work isn't built is greyed out and says why; the standard keys.
-    QAction* sort = window.MenuAction("data.sort_cases");
+    QAction* sort = window.MenuAction("data.split");
     QVERIFY(sort != nullptr);
     QVERIFY(!sort->isEnabled());
     QCOMPARE(sort->toolTip(), QString("Sorry, under construction."));
