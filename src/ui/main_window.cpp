@@ -13,6 +13,7 @@
 #include <QStyledItemDelegate>
 
 #include "analyses/command_table.h"
+#include "exchange/import.h"
 #include "frame/command_info.h"
 #include "ui/analysis_form.h"
 #include "ui/declaration_dialogs.h"
@@ -438,7 +439,8 @@ void MainWindow::BuildMenus() {
         if (const Hint* hint = texts_->HintOf(e.tag)) action->setStatusTip(ToQt(hint->shortHint));
       }
       // An entry whose work isn't built is greyed out and says so; it lights up once it is.
-      if (!MenuEntryIsBuilt(e.command) && !RunsGridCommand(e.command)) {
+      if (!MenuEntryIsBuilt(e.command) && !RunsGridCommand(e.command) && e.command != "file.export_spss" &&
+          e.command != "file.export_tab") {
         action->setEnabled(false);
         action->setToolTip(notBuilt);
       }
@@ -484,6 +486,7 @@ void MainWindow::BuildMenus() {
 }
 
 bool MainWindow::OpenFile(const QString& path) {
+  if (!path.endsWith(".msw", Qt::CaseInsensitive) && IsImportable(ToStd(path))) return ImportData(path);
   bool ok = session_.OpenProject(path.toStdString());
   EndBusy();
   if (ok) {
@@ -549,7 +552,7 @@ void MainWindow::RunCommand(const QString& command) {
     DefaultVariableForm(ws, Texts(), this).exec();
   } else if (std::optional<DialogKind> kind = DialogOfMenu(name)) {
     Form(*kind)->Open();
-  } else if (RunGridCommand(name)) {
+  } else if (RunGridCommand(name) || RunExchangeCommand(name)) {
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {

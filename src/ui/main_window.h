@@ -37,8 +37,13 @@ class MainWindow : public QMainWindow {
 
   // Runs a menu command by its name ("file.open", "settings.language", ...).
   void RunCommand(const QString& command);
-  // Opens a project as the Open command does, without the file dialog.
+  // Opens a project as the Open command does, without the file dialog; a text, spreadsheet
+  // or SPSS file is imported into an untitled project.
   bool OpenFile(const QString& path);
+  // Writes the data as the export entry does, without the file dialog: "file.export_spss"
+  // writes a .sav file, or for a .sps path the syntax with its fixed-column data file
+  // (the same name, .txt); "file.export_tab" the tab-delimited data table.
+  bool ExportData(const QString& command, const QString& path);
   // Everything shown changed (load, new, language): rebuild views, menus and title.
   void Refresh();
 
@@ -82,6 +87,9 @@ class MainWindow : public QMainWindow {
   void ApplyQtTranslations();
   // The grid commands (grid_commands.cpp); false when the name is none of them.
   bool RunGridCommand(const std::string& name);
+  // Import through the open command, and the export entries (exchange_commands.cpp).
+  bool ImportData(const QString& path);
+  bool RunExchangeCommand(const std::string& name);
   // The selected cells of the data grid (the cursor's cell when none is selected).
   CellRect GridSelection() const;
   // After a command changed cells or the tables' shape: the views read the tables again.

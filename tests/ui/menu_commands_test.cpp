@@ -8,8 +8,11 @@
 #include <QtTest>
 
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
 #include "ui/main_window.h"
+#include "ui_test_support.h"
 #include "workspace/session.h"
 
 namespace fs = std::filesystem;
@@ -19,6 +22,13 @@ namespace {
 
 QString Cell(QTableView* view, int row, int column) {
   return view->model()->data(view->model()->index(row, column), Qt::EditRole).toString();
+}
+
+std::string Bytes(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
 }
 
 QStringList Column(QTableView* view, int column) {
@@ -126,6 +136,60 @@ class MenuCommandsTest : public QObject {
     user.QueueText("3");
     window.RunCommand("data.go_to_case");
     QCOMPARE(data->currentIndex().row(), 2);
+  }
+
+  void importsAndExportsAsTheCommandLineDoes() {
+    {
+      std::ofstream csv(root_ / "dat" / "scores.csv", std::ios::binary);
+      csv << "name,score,group\nAnna,3.5,1\nBela,5,2\nCili,,1\n";
+    }
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    StartOptions options;
+    options.programFolder = root_.string();
+    options.decimalSeparator = '.';
+    QCOMPARE(session.StartUp(options), StartResult::Ready);
+    MainWindow window(session);
+    QVERIFY(window.MenuAction("file.export_spss")->isEnabled());
+    QVERIFY(window.MenuAction("file.export_tab")->isEnabled());
+
+    // Open reads a text file through the importer: an untitled project of its cells.
+    QVERIFY(window.OpenFile(QString::fromStdString((root_ / "dat" / "scores.csv").string())));
+    QTableView* data = window.DataView();
+    QCOMPARE(data->model()->columnCount(), 3);
+    QCOMPARE(Column(data, 0), QStringList({"Anna", "Bela", "Cili"}));
+    QCOMPARE(Column(data, 1), QStringList({"3.5", "5", ""}));
+    QVERIFY(session.ws.CurrentFileName().empty());
+
+    // The window's exports equal the command line's import followed by its export.
+    const fs::path project = root_ / "cli.msw";
+    tarvika::test::CliReport("--program-dir '" + root_.string() + "' import '" + (root_ / "dat" / "scores.csv").string() +
+                             "' '" + project.string() + "'");
+    QVERIFY(fs::exists(project));
+    auto viaCli = [&](const std::string& out, const std::string& extra) {
+      tarvika::test::CliReport("--program-dir '" + root_.string() + "' export '" + project.string() + "' '" +
+                               (root_ / out).string() + "'" + extra);
+    };
+    viaCli("cli.txt", "");
+    QVERIFY(window.ExportData("file.export_tab", QString::fromStdString((root_ / "ui.txt").string())));
+    QVERIFY(!Bytes(root_ / "cli.txt").empty());
+    QCOMPARE(Bytes(root_ / "ui.txt"), Bytes(root_ / "cli.txt"));
+
+    viaCli("cli_fixed.txt", " --syntax '" + (root_ / "cli_fixed.sps").string() + "'");
+    QVERIFY(window.ExportData("file.export_spss", QString::fromStdString((root_ / "ui_fixed.sps").string())));
+    QCOMPARE(Bytes(root_ / "ui_fixed.txt"), Bytes(root_ / "cli_fixed.txt"));
+    QVERIFY(Bytes(root_ / "ui_fixed.sps").find("ui_fixed.txt") != std::string::npos);
+
+    QVERIFY(window.ExportData("file.export_spss", QString::fromStdString((root_ / "ui.sav").string())));
+    QVERIFY(fs::file_size(root_ / "ui.sav") > 100);
+
+    // A damaged file is refused: the tables stay as they were.
+    {
+      std::ofstream bad(root_ / "dat" / "bad.xlsx", std::ios::binary);
+      bad << "not a zip";
+    }
+    QVERIFY(!window.OpenFile(QString::fromStdString((root_ / "dat" / "bad.xlsx").string())));
+    QCOMPARE(Column(data, 0), QStringList({"Anna", "Bela", "Cili"}));
   }
 
  private:
