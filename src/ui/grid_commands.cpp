@@ -9,12 +9,12 @@
 #include <array>
 
 #include "editing/find_cells.h"
-#include "lang/utf8.h"
 #include "editing/sort_cases.h"
 #include "editing/table_shape.h"
 #include "ui/main_window.h"
 #include "ui/qt_text.h"
 #include "ui/table_models.h"
+#include "ui/typed_lists.h"
 #include "workspace/session.h"
 
 namespace tarvika {
@@ -29,20 +29,10 @@ constexpr std::array<std::string_view, 14> kGridCommands = {
 // "a, b:desc" into sort keys; nullopt (told) for a name that is no variable or a wrong direction.
 std::optional<std::vector<SortKey>> ParseSortKeys(Workspace& ws, const std::string& typed) {
   std::vector<SortKey> keys;
-  std::size_t start = 0;
-  while (start <= typed.size()) {
-    std::size_t comma = typed.find(',', start);
-    std::string item = typed.substr(start, comma == std::string::npos ? std::string::npos : comma - start);
-    start = comma == std::string::npos ? typed.size() + 1 : comma + 1;
-    item.erase(0, item.find_first_not_of(' '));
-    item.erase(item.find_last_not_of(' ') + 1);
-    if (item.empty()) continue;
+  for (const std::string& item : SplitTyped(typed, ',')) {
     std::size_t colon = item.find(':');
-    std::string name = item.substr(0, colon);
     std::string direction = colon == std::string::npos ? "asc" : item.substr(colon + 1);
-    int variable = 0;
-    for (int v = 1; v <= ws.NumberOfVariables() && variable == 0; ++v)
-      if (EqualIgnoringCase(ws.vars.GetCell(kShortName, v), name)) variable = v;
+    int variable = VariableOfName(ws, item.substr(0, colon));
     if (variable == 0 || (direction != "asc" && direction != "desc")) {
       ws.user.Tell(std::string(ws.Text("A key is VARIABLE, VARIABLE:asc or VARIABLE:desc: ",
                                        "Egy kulcs alakja VÁLTOZÓ, VÁLTOZÓ:asc vagy VÁLTOZÓ:desc: ")) +
@@ -52,6 +42,14 @@ std::optional<std::vector<SortKey>> ParseSortKeys(Workspace& ws, const std::stri
     keys.push_back({variable, direction == "desc"});
   }
   return keys;
+}
+
+bool SameCells(const StringTable& a, const StringTable& b) {
+  if (a.ColCount() != b.ColCount() || a.RowCount() != b.RowCount()) return false;
+  for (int c = 0; c < a.ColCount(); ++c)
+    for (int r = 0; r < a.RowCount(); ++r)
+      if (a.GetCell(c, r) != b.GetCell(c, r)) return false;
+  return true;
 }
 
 }  // namespace
@@ -104,7 +102,16 @@ bool MainWindow::RunGridCommand(const std::string& name) {
   bool changed = false;
   CellRect cursor = rect;
   if (name == "edit.undo" || name == "edit.redo") {
-    std::optional<JournalCell> cell = name == "edit.undo" ? journals_.data.Undo(ws) : journals_.data.Redo(ws);
+    // The journal holds the tables after one command and before the next as two entries
+    // with the same cells: a step that changes nothing goes on, so one press is one command.
+    const bool undo = name == "edit.undo";
+    const DataMatrix data = ws.data;
+    const VariableTable vars = ws.vars;
+    std::optional<JournalCell> cell;
+    do {
+      if (undo ? !journals_.data.CanUndo() : !journals_.data.CanRedo()) break;
+      cell = undo ? journals_.data.Undo(ws) : journals_.data.Redo(ws);
+    } while (SameCells(ws.data, data) && SameCells(ws.vars, vars));
     if (cell) cursor = CellRect{cell->col, cell->row, cell->col, cell->row};
     changed = markChanged();
   } else if (name == "edit.copy") {

@@ -440,7 +440,7 @@ void MainWindow::BuildMenus() {
       }
       // An entry whose work isn't built is greyed out and says so; it lights up once it is.
       if (!MenuEntryIsBuilt(e.command) && !RunsGridCommand(e.command) && e.command != "file.export_spss" &&
-          e.command != "file.export_tab") {
+          e.command != "file.export_tab" && e.command != "transform.recode" && e.command != "transform.count") {
         action->setEnabled(false);
         action->setToolTip(notBuilt);
       }
@@ -552,7 +552,7 @@ void MainWindow::RunCommand(const QString& command) {
     DefaultVariableForm(ws, Texts(), this).exec();
   } else if (std::optional<DialogKind> kind = DialogOfMenu(name)) {
     Form(*kind)->Open();
-  } else if (RunGridCommand(name) || RunExchangeCommand(name)) {
+  } else if (RunGridCommand(name) || RunExchangeCommand(name) || RunTransformCommand(name)) {
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {

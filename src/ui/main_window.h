@@ -90,6 +90,8 @@ class MainWindow : public QMainWindow {
   // Import through the open command, and the export entries (exchange_commands.cpp).
   bool ImportData(const QString& path);
   bool RunExchangeCommand(const std::string& name);
+  // Recode and count (transform_commands.cpp).
+  bool RunTransformCommand(const std::string& name);
   // The selected cells of the data grid (the cursor's cell when none is selected).
   CellRect GridSelection() const;
   // After a command changed cells or the tables' shape: the views read the tables again.

@@ -13,6 +13,7 @@
 
 #include "ui/main_window.h"
 #include "ui_test_support.h"
+#include "workspace/project_file.h"
 #include "workspace/session.h"
 
 namespace fs = std::filesystem;
@@ -190,6 +191,50 @@ class MenuCommandsTest : public QObject {
     }
     QVERIFY(!window.OpenFile(QString::fromStdString((root_ / "dat" / "bad.xlsx").string())));
     QCOMPARE(Column(data, 0), QStringList({"Anna", "Bela", "Cili"}));
+  }
+
+  void recodesAndCountsAsTheCommandLineDoes() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    StartOptions options;
+    options.programFolder = root_.string();
+    options.decimalSeparator = '.';
+    QCOMPARE(session.StartUp(options), StartResult::Ready);
+    MainWindow window(session);
+    const std::string people = (root_ / "dat" / "people.msw").string();
+    QVERIFY(window.OpenFile(QString::fromStdString(people)));
+    QVERIFY(window.MenuAction("transform.recode")->isEnabled());
+    QVERIFY(!window.MenuAction("transform.random")->isEnabled());
+    QTableView* data = window.DataView();
+
+    // A rule line that is no rule is told and changes nothing.
+    for (const char* text : {"nem", "(c) 1 .. 2 -> 1"}) user.QueueText(text);
+    window.RunCommand("transform.recode");
+    QVERIFY(QString::fromStdString(user.told.back()).contains("(c) 1 .. 2 -> 1"));
+    QCOMPARE(Column(data, 1), QStringList({"1", "2", ""}));
+
+    // In place, then into a count; both equal the command line's projects.
+    for (const char* text : {"nem", "(a) 1 -> 5 | (f) Else -> same", ""}) user.QueueText(text);
+    window.RunCommand("transform.recode");
+    QCOMPARE(Column(data, 1), QStringList({"5", "2", ""}));
+    for (const char* text : {"kor, nem", "(a) 2 | (b) Missing", "Hits"}) user.QueueText(text);
+    window.RunCommand("transform.count");
+    QCOMPARE(data->model()->columnCount(), 5);
+    QVERIFY(SaveProject(session.ws, (root_ / "ui.msw").string()));
+
+    const std::string dir = "--program-dir '" + root_.string() + "' ";
+    const std::string cliProject = (root_ / "cli.msw").string();
+    tarvika::test::CliReport(dir + "recode '" + people + "' --vars nem --rule \"(a) 1 -> 5\" --rule \"(f) Else -> same\" --out '" +
+                             cliProject + "'");
+    tarvika::test::CliReport(dir + "count '" + cliProject + "' --vars kor,nem --rule \"(a) 2\" --rule \"(b) Missing\" --name Hits --in-place");
+    QVERIFY(!Bytes(root_ / "cli.msw").empty());
+    QCOMPARE(Bytes(root_ / "ui.msw"), Bytes(root_ / "cli.msw"));
+
+    // Undo takes the count and then the recode back.
+    window.RunCommand("edit.undo");
+    QCOMPARE(data->model()->columnCount(), 4);
+    window.RunCommand("edit.undo");
+    QCOMPARE(Column(data, 1), QStringList({"1", "2", ""}));
   }
 
  private:
