@@ -439,8 +439,9 @@ void MainWindow::BuildMenus() {
         if (const Hint* hint = texts_->HintOf(e.tag)) action->setStatusTip(ToQt(hint->shortHint));
       }
       // An entry whose work isn't built is greyed out and says so; it lights up once it is.
-      if (!MenuEntryIsBuilt(e.command) && !RunsGridCommand(e.command) && e.command != "file.export_spss" &&
-          e.command != "file.export_tab" && e.command != "transform.recode" && e.command != "transform.count") {
+      const bool runsItself = RunsGridCommand(e.command) || RunsTransformCommand(e.command) ||
+                              e.command == "file.export_spss" || e.command == "file.export_tab";
+      if (!MenuEntryIsBuilt(e.command) && !runsItself) {
         action->setEnabled(false);
         action->setToolTip(notBuilt);
       }

@@ -69,6 +69,8 @@ class MainWindow : public QMainWindow {
   RecentFilesWindow* RecentFiles();
   // The commands of the Edit, Data and Variables menus the window runs over the data grid.
   static bool RunsGridCommand(std::string_view command);
+  // The Transformations entries the window runs.
+  static bool RunsTransformCommand(std::string_view command);
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -204,6 +204,7 @@ class MenuCommandsTest : public QObject {
     const std::string people = (root_ / "dat" / "people.msw").string();
     QVERIFY(window.OpenFile(QString::fromStdString(people)));
     QVERIFY(window.MenuAction("transform.recode")->isEnabled());
+    QVERIFY(window.MenuAction("transform.statistical")->isEnabled());
     QVERIFY(!window.MenuAction("transform.random")->isEnabled());
     QTableView* data = window.DataView();
 
@@ -220,6 +221,16 @@ class MenuCommandsTest : public QObject {
     for (const char* text : {"kor, nem", "(a) 2 | (b) Missing", "Hits"}) user.QueueText(text);
     window.RunCommand("transform.count");
     QCOMPARE(data->model()->columnCount(), 5);
+    // A formula variable and a statistical function of each case.
+    for (const char* text : {"add", "kor", "2", "kor2"}) user.QueueText(text);
+    window.RunCommand("transform.univariate");
+    QCOMPARE(Column(data, 5), QStringList({"36", "", "73"}));
+    for (const char* text : {"mean", "kor, nem", "m"}) user.QueueText(text);
+    window.RunCommand("transform.statistical");
+    QCOMPARE(data->model()->columnCount(), 7);
+    for (const char* text : {"nosuch"}) user.QueueText(text);
+    window.RunCommand("transform.bivariate");
+    QCOMPARE(data->model()->columnCount(), 7);
     QVERIFY(SaveProject(session.ws, (root_ / "ui.msw").string()));
 
     const std::string dir = "--program-dir '" + root_.string() + "' ";
@@ -227,10 +238,15 @@ class MenuCommandsTest : public QObject {
     tarvika::test::CliReport(dir + "recode '" + people + "' --vars nem --rule \"(a) 1 -> 5\" --rule \"(f) Else -> same\" --out '" +
                              cliProject + "'");
     tarvika::test::CliReport(dir + "count '" + cliProject + "' --vars kor,nem --rule \"(a) 2\" --rule \"(b) Missing\" --name Hits --in-place");
+    tarvika::test::CliReport(dir + "transform '" + cliProject + "' --function add --vars kor --c 2 --name kor2 --in-place");
+    tarvika::test::CliReport(dir + "transform '" + cliProject + "' --function mean --vars kor,nem --name m --in-place");
     QVERIFY(!Bytes(root_ / "cli.msw").empty());
     QCOMPARE(Bytes(root_ / "ui.msw"), Bytes(root_ / "cli.msw"));
 
-    // Undo takes the count and then the recode back.
+    // Undo takes the commands back one by one.
+    window.RunCommand("edit.undo");
+    window.RunCommand("edit.undo");
+    QCOMPARE(data->model()->columnCount(), 5);
     window.RunCommand("edit.undo");
     QCOMPARE(data->model()->columnCount(), 4);
     window.RunCommand("edit.undo");
