@@ -419,6 +419,7 @@ void MainWindow::BuildMenus() {
   // The old menus go once their last signal is done (a language change comes from one).
   for (QMenu* old : menuBar()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) old->deleteLater();
   menuBar()->clear();
+  for (QAction* old : dataView_->actions()) dataView_->removeAction(old);  // their menus are going
   actions_.clear();
   recentMenu_ = nullptr;
   const QString notBuilt = ToQt(UnderConstruction(ws.language));
@@ -444,6 +445,12 @@ void MainWindow::BuildMenus() {
       if (!MenuEntryIsBuilt(e.command) && !runsItself) {
         action->setEnabled(false);
         action->setToolTip(notBuilt);
+      }
+      if (e.command == "edit.cut" || e.command == "edit.copy" || e.command == "edit.paste" || e.command == "edit.delete") {
+        // The clipboard keys act on the grid only while it has the focus, so the results
+        // pane's own Ctrl+C (a table's copy) is never taken from it.
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        dataView_->addAction(action);
       }
       actions_[command] = action;
       connect(action, &QAction::triggered, this, [this, command] { RunCommand(command); });

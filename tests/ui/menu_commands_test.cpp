@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QTableWidget>
 #include <QItemSelectionModel>
 #include <QtTest>
 
@@ -12,6 +13,7 @@
 #include <sstream>
 
 #include "ui/main_window.h"
+#include "ui/results_pane.h"
 #include "ui_test_support.h"
 #include "workspace/project_file.h"
 #include "workspace/session.h"
@@ -128,6 +130,21 @@ class MenuCommandsTest : public QObject {
     QCOMPARE(data->model()->columnCount(), 4);
     window.RunCommand("edit.undo");
     QCOMPARE(data->model()->columnCount(), 5);
+
+    // Ctrl+C copies what has the focus: a results table, or the grid's cells.
+    window.Results()->AddRun("Run", "kor", "n\tmean\n3\t52.5\n");
+    window.ResultsDock()->show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    auto tables = window.Results()->findChildren<QTableWidget*>();
+    QCOMPARE(tables.size(), 1);
+    tables.front()->setFocus();
+    QTest::keyClick(tables.front(), Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(QApplication::clipboard()->text().startsWith("n\tmean"));
+    data->setFocus();
+    Select(data, 0, 0, 0, 0);
+    QTest::keyClick(data, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), QString("71\r\n"));
 
     // Find and replace over the table; go to a case moves the cursor.
     user.QueueText("34");
