@@ -132,7 +132,9 @@ bool MainWindow::RunGridCommand(const std::string& name) {
     Overflow overflow = Overflow::Enlarge;
     if (reach.right || reach.down) {
       // Yes enlarges the table, No cuts what reaches beyond it, Cancel pastes nothing.
-      Answer answer = ws.user.AskYesNoCancel(OverflowQuestion(ws));
+      Answer answer = ws.user.AskYesNoCancel(OverflowQuestion(ws) +
+                                             std::string(ws.Text("\r\nYes: enlarge the table; No: cut what lies outside; Cancel: don't insert.",
+                                                                 "\r\nIgen: a táblázat bővül; Nem: a kilógó rész elmarad; Mégse: nincs beillesztés.")));
       overflow = answer == Answer::Yes ? Overflow::Enlarge : answer == Answer::No ? Overflow::Cut : Overflow::DontInsert;
     }
     changed = journals_.Around(ws, [&] { return PasteCells(ws, table, text, rect.col1, rect.row1, overflow) && markChanged(); });

@@ -154,6 +154,15 @@ class MenuCommandsTest : public QObject {
     user.QueueText("3");
     window.RunCommand("data.go_to_case");
     QCOMPARE(data->currentIndex().row(), 2);
+
+    // A paste that reaches beyond the last variable asks; Yes enlarges the table.
+    const int columns = data->model()->columnCount();
+    QApplication::clipboard()->setText("7\t8\r\n");
+    Select(data, 0, columns - 1, 0, columns - 1);
+    window.RunCommand("edit.paste");
+    QCOMPARE(data->model()->columnCount(), columns + 1);
+    QCOMPARE(Cell(data, 0, columns), QString("8"));
+    QVERIFY(QString::fromStdString(user.asked.back()).contains("Igen: a táblázat bővül"));
   }
 
   void importsAndExportsAsTheCommandLineDoes() {
