@@ -51,23 +51,13 @@ void Select(QTableView* view, int row1, int col1, int row2, int col2) {
 class MenuCommandsTest : public QObject {
   Q_OBJECT
  private slots:
-  void init() {
-    root_ = fs::temp_directory_path() / ("tarvika-menus-" + std::to_string(QCoreApplication::applicationPid()));
-    fs::remove_all(root_);
-    fs::create_directories(root_ / "stattab");
-    fs::copy(TARVIKA_SOURCE_DIR "/data/language", root_ / "language");
-    fs::create_directories(root_ / "dat");
-    fs::copy_file(TARVIKA_TEST_DATA "/workspace/data/roundtrip.msw", root_ / "dat" / "people.msw");
-  }
+  void init() { root_ = tarvika::test::MakeProgramFolder("tarvika-menus-"); }
   void cleanup() { fs::remove_all(root_); }
 
   void editCommandsChangeTheGridAndUndoRestores() {
     ScriptedChannel user(Answer::Yes);
     Session session(user);
-    StartOptions options;
-    options.programFolder = root_.string();
-    options.decimalSeparator = '.';
-    QCOMPARE(session.StartUp(options), StartResult::Ready);
+    QVERIFY(tarvika::test::StartIn(session, root_));
     MainWindow window(session);
     window.show();
     QVERIFY(window.OpenFile(QString::fromStdString((root_ / "dat" / "people.msw").string())));
@@ -172,10 +162,7 @@ class MenuCommandsTest : public QObject {
     }
     ScriptedChannel user(Answer::No);
     Session session(user);
-    StartOptions options;
-    options.programFolder = root_.string();
-    options.decimalSeparator = '.';
-    QCOMPARE(session.StartUp(options), StartResult::Ready);
+    QVERIFY(tarvika::test::StartIn(session, root_));
     MainWindow window(session);
     QVERIFY(window.MenuAction("file.export_spss")->isEnabled());
     QVERIFY(window.MenuAction("file.export_tab")->isEnabled());
@@ -222,10 +209,7 @@ class MenuCommandsTest : public QObject {
   void recodesAndCountsAsTheCommandLineDoes() {
     ScriptedChannel user(Answer::No);
     Session session(user);
-    StartOptions options;
-    options.programFolder = root_.string();
-    options.decimalSeparator = '.';
-    QCOMPARE(session.StartUp(options), StartResult::Ready);
+    QVERIFY(tarvika::test::StartIn(session, root_));
     MainWindow window(session);
     const std::string people = (root_ / "dat" / "people.msw").string();
     QVERIFY(window.OpenFile(QString::fromStdString(people)));
