@@ -13,6 +13,7 @@
 #include <QStyledItemDelegate>
 
 #include "analyses/command_table.h"
+#include "exchange/import.h"
 #include "frame/command_info.h"
 #include "ui/analysis_form.h"
 #include "ui/declaration_dialogs.h"
@@ -191,6 +192,10 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   cancel_->hide();
   busyFilter_ = new BusyFilter(cancel_);
   connect(cancel_, &QPushButton::clicked, this, [this] { cancelAsked_ = true; });
+  connect(dataModel_, &DataMatrixModel::CellEdited, this, [this](int col, int row, const QString& before, const QString& after) {
+    journals_.data.Record(col, row, ToStd(before));
+    journals_.data.Record(col, row, ToStd(after));
+  });
   connect(variableModel_, &VariableTableModel::NamesChanged, dataModel_, &DataMatrixModel::Reload);
   for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(dataModel_), static_cast<QAbstractItemModel*>(variableModel_)}) {
     connect(model, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowTitle);
@@ -414,6 +419,7 @@ void MainWindow::BuildMenus() {
   // The old menus go once their last signal is done (a language change comes from one).
   for (QMenu* old : menuBar()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) old->deleteLater();
   menuBar()->clear();
+  for (QAction* old : dataView_->actions()) dataView_->removeAction(old);  // their menus are going
   actions_.clear();
   recentMenu_ = nullptr;
   const QString notBuilt = ToQt(UnderConstruction(ws.language));
@@ -434,9 +440,17 @@ void MainWindow::BuildMenus() {
         if (const Hint* hint = texts_->HintOf(e.tag)) action->setStatusTip(ToQt(hint->shortHint));
       }
       // An entry whose work isn't built is greyed out and says so; it lights up once it is.
-      if (!MenuEntryIsBuilt(e.command)) {
+      const bool runsItself = RunsGridCommand(e.command) || RunsTransformCommand(e.command) ||
+                              e.command == "file.export_spss" || e.command == "file.export_tab";
+      if (!MenuEntryIsBuilt(e.command) && !runsItself) {
         action->setEnabled(false);
         action->setToolTip(notBuilt);
+      }
+      if (e.command == "edit.cut" || e.command == "edit.copy" || e.command == "edit.paste" || e.command == "edit.delete") {
+        // The clipboard keys act on the grid only while it has the focus, so the results
+        // pane's own Ctrl+C (a table's copy) is never taken from it.
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        dataView_->addAction(action);
       }
       actions_[command] = action;
       connect(action, &QAction::triggered, this, [this, command] { RunCommand(command); });
@@ -480,9 +494,13 @@ void MainWindow::BuildMenus() {
 }
 
 bool MainWindow::OpenFile(const QString& path) {
+  if (!path.endsWith(".msw", Qt::CaseInsensitive) && IsImportable(ToStd(path))) return ImportData(path);
   bool ok = session_.OpenProject(path.toStdString());
   EndBusy();
-  if (ok) ResetDialogs();  // after a load every dialog starts empty
+  if (ok) {
+    ResetDialogs();  // after a load every dialog starts empty
+    journals_ = Journals{};
+  }
   Refresh();
   return ok;
 }
@@ -513,7 +531,10 @@ void MainWindow::RunCommand(const QString& command) {
   Workspace& ws = session_.ws;
   std::string name = command.toStdString();
   if (name == "file.new") {
-    if (session_.NewProject()) ResetDialogs();
+    if (session_.NewProject()) {
+      ResetDialogs();
+      journals_ = Journals{};
+    }
     Refresh();
   } else if (name == "file.open") {
     QString path = QFileDialog::getOpenFileName(this, QString(), ToQt(session_.ProgramPath("dat")), kOpenFilter);
@@ -539,6 +560,7 @@ void MainWindow::RunCommand(const QString& command) {
     DefaultVariableForm(ws, Texts(), this).exec();
   } else if (std::optional<DialogKind> kind = DialogOfMenu(name)) {
     Form(*kind)->Open();
+  } else if (RunGridCommand(name) || RunExchangeCommand(name) || RunTransformCommand(name)) {
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {

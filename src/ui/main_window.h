@@ -14,6 +14,8 @@
 #include <map>
 #include <optional>
 
+#include "editing/cell_journal.h"
+#include "editing/clipboard.h"
 #include "frame/dialog_parameters.h"
 #include "lang/language_files.h"
 
@@ -35,8 +37,13 @@ class MainWindow : public QMainWindow {
 
   // Runs a menu command by its name ("file.open", "settings.language", ...).
   void RunCommand(const QString& command);
-  // Opens a project as the Open command does, without the file dialog.
+  // Opens a project as the Open command does, without the file dialog; a text, spreadsheet
+  // or SPSS file is imported into an untitled project.
   bool OpenFile(const QString& path);
+  // Writes the data as the export entry does, without the file dialog: "file.export_spss"
+  // writes a .sav file, or for a .sps path the syntax with its fixed-column data file
+  // (the same name, .txt); "file.export_tab" the tab-delimited data table.
+  bool ExportData(const QString& command, const QString& path);
   // Everything shown changed (load, new, language): rebuild views, menus and title.
   void Refresh();
 
@@ -60,6 +67,10 @@ class MainWindow : public QMainWindow {
   // true when the cell changed.
   bool EditDeclaration(int variable, int column);
   RecentFilesWindow* RecentFiles();
+  // The commands of the Edit, Data and Variables menus the window runs over the data grid.
+  static bool RunsGridCommand(std::string_view command);
+  // The Transformations entries the window runs.
+  static bool RunsTransformCommand(std::string_view command);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -76,6 +87,17 @@ class MainWindow : public QMainWindow {
   void FillRecentMenu();
   void ExportResults(bool html);
   void ApplyQtTranslations();
+  // The grid commands (grid_commands.cpp); false when the name is none of them.
+  bool RunGridCommand(const std::string& name);
+  // Import through the open command, and the export entries (exchange_commands.cpp).
+  bool ImportData(const QString& path);
+  bool RunExchangeCommand(const std::string& name);
+  // Recode and count (transform_commands.cpp).
+  bool RunTransformCommand(const std::string& name);
+  // The selected cells of the data grid (the cursor's cell when none is selected).
+  CellRect GridSelection() const;
+  // After a command changed cells or the tables' shape: the views read the tables again.
+  void AfterGridChange(const CellRect& cursor);
 
   Session& session_;
   std::optional<LanguageTexts> texts_;
@@ -101,7 +123,8 @@ class MainWindow : public QMainWindow {
   QObject* busyFilter_ = nullptr;  // holds back other input while long work runs
   bool busy_ = false;
   bool cancelAsked_ = false;
-  bool htmlReports_ = false;  // the forms write html reports, with figures
+  bool htmlReports_ = false;
+  Journals journals_;  // undo and redo of the data grid  // the forms write html reports, with figures
 };
 
 }  // namespace tarvika

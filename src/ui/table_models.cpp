@@ -87,11 +87,13 @@ bool DataMatrixModel::setData(const QModelIndex& index, const QVariant& value, i
   if (!index.isValid() || role != Qt::EditRole) return false;
   int c = index.column() + 1, r = index.row() + 1;
   std::string text = CellText(value);
+  QString before = QString::fromStdString(std::string(ws_.data.GetCell(c, r)));
   if (ws_.data.GetCell(c, r) == text) return false;
   ws_.data.SetCell(c, r, text);
   ws_.dataChanged = true;
   CheckCell(ws_, c, r);  // cleans a numeric cell and tells a fault when the type control is on
   emit dataChanged(index, index);
+  emit CellEdited(c, r, before, QString::fromStdString(std::string(ws_.data.GetCell(c, r))));
   return true;
 }
 

@@ -30,6 +30,10 @@ class DataMatrixModel : public QAbstractTableModel {
   void ShowLabels(bool on);
   bool LabelsShown() const { return showLabels_; }
 
+ signals:
+  // A cell was written from the grid: its text before and after, for undo.
+  void CellEdited(int col, int row, const QString& before, const QString& after);
+
  private:
   // The declarations the grid reads per painted cell, parsed once per reload.
   std::vector<std::optional<std::vector<LabelEntry>>> labels_;  // by variable, 1-based

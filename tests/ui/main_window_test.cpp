@@ -16,6 +16,7 @@
 
 #include "ui/default_variable_form.h"
 #include "ui/main_window.h"
+#include "ui_test_support.h"
 #include "workspace/session.h"
 
 namespace fs = std::filesystem;
@@ -44,14 +45,7 @@ QStringList MenuTitles(QMainWindow& w) {
 class MainWindowTest : public QObject {
   Q_OBJECT
  private slots:
-  void init() {
-    root_ = fs::temp_directory_path() / ("tarvika-ui-" + std::to_string(QCoreApplication::applicationPid()));
-    fs::remove_all(root_);
-    fs::create_directories(root_ / "stattab");
-    fs::copy(TARVIKA_SOURCE_DIR "/data/language", root_ / "language");
-    fs::create_directories(root_ / "dat");
-    fs::copy_file(TARVIKA_TEST_DATA "/workspace/data/roundtrip.msw", root_ / "dat" / "people.msw");
-  }
+  void init() { root_ = tarvika::test::MakeProgramFolder("tarvika-ui-"); }
   void cleanup() { fs::remove_all(root_); }
 
   void opensEditsSwitchesLanguageAndSaves() {
@@ -132,7 +126,7 @@ class MainWindowTest : public QObject {
     QCOMPARE(QString::fromStdString(bytes), QString("num=1_5;\r\n1=no;/5=yes;/\r\ncodes\r\n"));
 
     // Menus: an entry whose work isn't built is greyed out and says why; the standard keys.
-    QAction* sort = window.MenuAction("data.sort_cases");
+    QAction* sort = window.MenuAction("data.split");
     QVERIFY(sort != nullptr);
     QVERIFY(!sort->isEnabled());
     QCOMPARE(sort->toolTip(), QString("Sorry, under construction."));

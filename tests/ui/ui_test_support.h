@@ -8,11 +8,34 @@
 
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 #include "ui/analysis_form.h"
+#include "workspace/session.h"
 
 namespace tarvika::test {
+
+// A fresh program folder under the temporary folder (named by the tag and the process): the
+// language files, an empty table folder, and the sample project as dat/people.msw.
+inline std::filesystem::path MakeProgramFolder(const std::string& tag) {
+  namespace fs = std::filesystem;
+  fs::path root = fs::temp_directory_path() / (tag + std::to_string(QCoreApplication::applicationPid()));
+  fs::remove_all(root);
+  fs::create_directories(root / "stattab");
+  fs::copy(TARVIKA_SOURCE_DIR "/data/language", root / "language");
+  fs::create_directories(root / "dat");
+  fs::copy_file(TARVIKA_TEST_DATA "/workspace/data/roundtrip.msw", root / "dat" / "people.msw");
+  return root;
+}
+
+// Starts the session over the program folder with the decimal point; true when it is ready.
+inline bool StartIn(Session& session, const std::filesystem::path& root) {
+  StartOptions options;
+  options.programFolder = root.string();
+  options.decimalSeparator = '.';
+  return session.StartUp(options) == StartResult::Ready;
+}
 
 // tarvika-cli ARGUMENTS: its standard output with "\n" line ends.
 inline QString CliReport(const std::string& arguments) {
