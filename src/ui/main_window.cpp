@@ -440,9 +440,7 @@ void MainWindow::BuildMenus() {
         if (const Hint* hint = texts_->HintOf(e.tag)) action->setStatusTip(ToQt(hint->shortHint));
       }
       // An entry whose work isn't built is greyed out and says so; it lights up once it is.
-      const bool runsItself = RunsGridCommand(e.command) || RunsTransformCommand(e.command) ||
-                              e.command == "file.export_spss" || e.command == "file.export_tab";
-      if (!MenuEntryIsBuilt(e.command) && !runsItself) {
+      if (!MenuEntryIsBuilt(e.command)) {
         action->setEnabled(false);
         action->setToolTip(notBuilt);
       }
