@@ -241,10 +241,15 @@ bool LooksLikeText(int fd, long long& caseBound) {
 // ---------------------------------------------------------------------------------------
 // Data rows
 
+// The text of case number r, written into buf.
+std::string_view CaseNumberText(int r, char (&buf)[16]) {
+  auto res = std::to_chars(buf, buf + sizeof buf, r);
+  return std::string_view(buf, static_cast<std::size_t>(res.ptr - buf));
+}
+
 void SetCaseNumber(DataMatrix& data, int r) {
   char buf[16];
-  auto res = std::to_chars(buf, buf + sizeof buf, r);
-  data.SetCell(0, r, std::string_view(buf, static_cast<std::size_t>(res.ptr - buf)));
+  data.SetCell(0, r, CaseNumberText(r, buf));
 }
 
 // The status line at every 1000th case of the rows [from, to).
@@ -356,8 +361,7 @@ class RowCutter {
 
   void NumberRow(int r) {
     char buf[16];
-    auto res = std::to_chars(buf, buf + sizeof buf, r);
-    Set(0, r, std::string_view(buf, static_cast<std::size_t>(res.ptr - buf)));
+    Set(0, r, CaseNumberText(r, buf));
   }
 
   DataMatrix& data_;
