@@ -121,4 +121,20 @@ inline bool IsCleanNumber(std::string_view s) {
   return zeros <= 3;
 }
 
+// The length of the start of a number's text that is already its cleaned form, apart
+// from the decimal separator: the whole text when IsCleanNumber holds, and without its
+// trailing decimal zeros (and a separator left bare) when what remains is clean ("48.90"
+// -> 4, "100.000" -> 3); npos when cleaning must write a new text. Lets a load keep a
+// number as other programs write it without copying it.
+inline std::size_t CleanPrefixLength(std::string_view s) {
+  if (IsCleanNumber(s)) return s.size();
+  std::size_t sep = s.find_first_of(".,");
+  if (sep == std::string_view::npos) return std::string_view::npos;
+  std::size_t end = s.size();
+  while (end > sep + 1 && s[end - 1] == '0') --end;
+  if (end == sep + 1) end = sep;
+  if (end == s.size() || !IsCleanNumber(s.substr(0, end))) return std::string_view::npos;
+  return end;
+}
+
 }  // namespace tarvika

@@ -322,7 +322,10 @@ class RowCutter {
       }
       if (cut && numeric_[c] && !field.empty()) {
         const char* s = SeparatorOf(field);
-        if (!IsCleanNumber(field) || (s != nullptr && *s != sep_)) {
+        const std::size_t clean = s == nullptr || *s == sep_ ? CleanPrefixLength(field) : std::string_view::npos;
+        if (clean != std::string_view::npos) {
+          field = field.substr(0, clean);  // trailing decimal zeros dropped in place
+        } else {
           changed_.assign(field);
           CleanNumericField(changed_, sep_);
           field = changed_;

@@ -18,7 +18,7 @@ std::uint32_t StringTable::LongLength(const ColumnStore& col, const Slot& s) {
 }
 
 std::string_view StringTable::View(const ColumnStore& col, const Slot& s) {
-  if (!IsLong(s)) return std::string_view(reinterpret_cast<const char*>(s.bytes), s.bytes[7]);
+  if (!IsLong(s)) return std::string_view(reinterpret_cast<const char*>(s.bytes), InlineLength(s));
   return std::string_view(col.arena.data() + OffsetOf(s) + sizeof(std::uint32_t), LongLength(col, s));
 }
 
@@ -27,11 +27,9 @@ void StringTable::Release(ColumnStore& col, const Slot& s) {
 }
 
 void StringTable::Store(ColumnStore& col, Slot& slot, std::string_view s) {
-  if (s.size() <= kInlineMax) {
+  if (FitsSlot(s)) {
     Release(col, slot);
-    slot = EmptySlot();
-    std::memcpy(slot.bytes, s.data(), s.size());
-    slot.bytes[7] = static_cast<unsigned char>(s.size());
+    slot = InlineSlot(s);
     return;
   }
   auto len = static_cast<std::uint32_t>(s.size());
