@@ -1,14 +1,13 @@
 #include "frame/data_feed.h"
 
 #include <cmath>
-#include <system_error>
-#include <thread>
 #include <fmt/format.h>
 
 #include "frame/report_writer.h"
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"
 #include "workspace/numbers.h"
+#include "workspace/two_threads.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -80,15 +79,7 @@ const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
     for (int row = from; row <= to; ++row) column->missing[row] = ConvertCell(row, i, column->values[row]);
   };
   const int half = m / 2;
-  std::thread helper;
-  if (m >= kSplitRows) {
-    try {
-      helper = std::thread(convert, half + 1, m);
-    } catch (const std::system_error&) {
-    }
-  }
-  convert(1, helper.joinable() ? half : m);
-  if (helper.joinable()) helper.join();
+  RunOnTwoThreads(m >= kSplitRows, [&] { convert(half + 1, m); }, [&] { convert(1, half); });
   denseBytes_ += bytes;
   dense_[i] = std::move(column);
   return dense_[i].get();

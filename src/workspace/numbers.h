@@ -98,7 +98,7 @@ bool CleanPlainDecimal(std::string_view text, char separator, std::string& out);
 // decimals without a trailing zero, at most 13 significant digits, and no value below
 // 0.0001 other than 0. Loaders use it to skip the parse and print of ordinary numbers.
 // Inline, as a load asks it of every numeric cell.
-inline bool IsCleanNumber(std::string_view s) {
+[[gnu::always_inline]] inline bool IsCleanNumber(std::string_view s) {
   constexpr std::size_t kMaxDigits = 13;  // well inside what a double prints back exactly
   auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
   std::size_t i = 0, n = s.size();
@@ -126,15 +126,9 @@ inline bool IsCleanNumber(std::string_view s) {
 // trailing decimal zeros (and a separator left bare) when what remains is clean ("48.90"
 // -> 4, "100.000" -> 3); npos when cleaning must write a new text. Lets a load keep a
 // number as other programs write it without copying it.
-inline std::size_t CleanPrefixLength(std::string_view s) {
-  if (IsCleanNumber(s)) return s.size();
-  std::size_t sep = s.find_first_of(".,");
-  if (sep == std::string_view::npos) return std::string_view::npos;
-  std::size_t end = s.size();
-  while (end > sep + 1 && s[end - 1] == '0') --end;
-  if (end == sep + 1) end = sep;
-  if (end == s.size() || !IsCleanNumber(s.substr(0, end))) return std::string_view::npos;
-  return end;
+std::size_t CleanLengthWithoutTrailingZeros(std::string_view s);
+[[gnu::always_inline]] inline std::size_t CleanPrefixLength(std::string_view s) {
+  return IsCleanNumber(s) ? s.size() : CleanLengthWithoutTrailingZeros(s);
 }
 
 }  // namespace tarvika

@@ -8,7 +8,6 @@
 // and reading one column are both cheap.
 
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,9 +21,11 @@ class StringTable {
 
   int ColCount() const { return static_cast<int>(columns_.size()); }
   int RowCount() const { return rows_; }
-  // Growing adds empty cells, shrinking drops the last columns or rows.
+  // Growing adds empty cells, shrinking drops the last columns or rows. Growing a large
+  // table by rows may share the columns out to a second thread (the kernel's zeroing of
+  // the new pages is a good part of a load).
   void SetColCount(int n);
-  void SetRowCount(int n);
+  void SetRowCount(int n, int threads = 1);
   void Resize(int colCount, int rowCount);
 
   // The view stays valid until the next write into the same column.
@@ -81,7 +82,7 @@ class StringTable {
   static std::size_t InlineLength(const Slot& s) { return s.bytes[7] < kSlotBytes ? s.bytes[7] : kSlotBytes; }
   static Slot InlineSlot(std::string_view s) {
     Slot fresh{};
-    std::memcpy(fresh.bytes, s.data(), s.size());
+    for (std::size_t i = 0; i < s.size(); ++i) fresh.bytes[i] = static_cast<unsigned char>(s[i]);  // no call for a few bytes
     if (s.size() < kSlotBytes) fresh.bytes[7] = static_cast<unsigned char>(s.size());
     return fresh;
   }
