@@ -44,14 +44,6 @@ std::optional<std::vector<SortKey>> ParseSortKeys(Workspace& ws, const std::stri
   return keys;
 }
 
-bool SameCells(const StringTable& a, const StringTable& b) {
-  if (a.ColCount() != b.ColCount() || a.RowCount() != b.RowCount()) return false;
-  for (int c = 0; c < a.ColCount(); ++c)
-    for (int r = 0; r < a.RowCount(); ++r)
-      if (a.GetCell(c, r) != b.GetCell(c, r)) return false;
-  return true;
-}
-
 }  // namespace
 
 bool MainWindow::RunsGridCommand(std::string_view command) {
@@ -169,6 +161,12 @@ bool MainWindow::RunGridCommand(const std::string& name) {
     if (hits.empty()) {
       ws.user.Tell(MatchCount(ws, 0));
       return true;
+    }
+    if (hits.size() > 1) {
+      // Several hits: the list, from which a click leads to the variable.
+      std::vector<std::string> lines;
+      for (const VariableHit& hit : hits) lines.push_back(hit.line);
+      ShowErrorList(lines, true);
     }
     cursor = CellRect{hits[0].variable, rect.row1, hits[0].variable, rect.row1};
   } else if (name == "edit.find_replace") {

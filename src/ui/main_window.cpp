@@ -452,6 +452,17 @@ void MainWindow::BuildMenus() {
       }
       actions_[command] = action;
       connect(action, &QAction::triggered, this, [this, command] { RunCommand(command); });
+      if (e.command == "edit.redo") {
+        // The project copies of the folder "undo" belong with the ways back.
+        for (bool restore : {false, true}) {
+          QString text = ToQt(restore ? ws.Text("Restore \"undo\" file . . .", "\"Undo\" fájl visszatöltése . . .")
+                                      : ws.Text("Make \"undo\" file . . .", "\"Undo\" fájl készítése . . ."));
+          QString copyCommand = restore ? "edit.restore_undo_file" : "edit.make_undo_file";
+          QAction* copy = menu->addAction(WithMnemonic(text, taken));
+          connect(copy, &QAction::triggered, this, [this, copyCommand] { RunCommand(copyCommand); });
+          actions_[copyCommand] = copy;
+        }
+      }
       if (e.command == "file.recent") {
         recentMenu_ = menu->addMenu(WithMnemonic(ToQt(ws.Text("Recent files", "Legutóbbi fájlok")), taken));
         recentMenu_->setObjectName("recent");
@@ -558,7 +569,7 @@ void MainWindow::RunCommand(const QString& command) {
     DefaultVariableForm(ws, Texts(), this).exec();
   } else if (std::optional<DialogKind> kind = DialogOfMenu(name)) {
     Form(*kind)->Open();
-  } else if (RunGridCommand(name) || RunExchangeCommand(name) || RunTransformCommand(name)) {
+  } else if (RunGridCommand(name) || RunExchangeCommand(name) || RunTransformCommand(name) || RunEditingDialogCommand(name)) {
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {
