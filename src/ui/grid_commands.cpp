@@ -94,18 +94,9 @@ bool MainWindow::RunGridCommand(const std::string& name) {
   bool changed = false;
   CellRect cursor = rect;
   if (name == "edit.undo" || name == "edit.redo") {
-    // The journal holds the tables after one command and before the next as two entries
-    // with the same cells: a step that changes nothing goes on, so one press is one command.
-    const bool undo = name == "edit.undo";
-    const DataMatrix data = ws.data;
-    const VariableTable vars = ws.vars;
-    std::optional<JournalCell> cell;
-    do {
-      if (undo ? !journals_.data.CanUndo() : !journals_.data.CanRedo()) break;
-      cell = undo ? journals_.data.Undo(ws) : journals_.data.Redo(ws);
-    } while (SameCells(ws.data, data) && SameCells(ws.vars, vars));
+    std::optional<JournalCell> cell = name == "edit.undo" ? journals_.data.Undo(ws) : journals_.data.Redo(ws);
     if (cell) cursor = CellRect{cell->col, cell->row, cell->col, cell->row};
-    changed = markChanged();
+    changed = true;  // a step that changed the tables marked them changed itself
   } else if (name == "edit.copy") {
     QApplication::clipboard()->setText(ToQt(CopyCells(ws, table, rect)));
   } else if (name == "edit.cut") {
