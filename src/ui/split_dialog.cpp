@@ -61,12 +61,14 @@ SplitDialog::SplitDialog(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(
   layout->addLayout(sections);
   layout->addLayout(lists);
   layout->addWidget(close, 0, Qt::AlignRight);
+  ShowBoth();
 }
 
 QWidget* SplitDialog::MakeSection(int section, const QString& title) {
   Section& s = sections_[section];
   auto* box = new QGroupBox(title, this);
   s.file = new QLineEdit(box);
+  s.file->setPlaceholderText(ToQt((std::filesystem::path(ws_.programFolder) / "dat").string() + "/"));
   s.variables = new QLineEdit(box);
   s.variables->setPlaceholderText(ToQt(ws_.Text("all", "mind")));
   s.all = new QRadioButton(ToQt(ws_.Text("All", "Mind")), box);
