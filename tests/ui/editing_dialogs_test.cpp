@@ -27,20 +27,10 @@
 namespace fs = std::filesystem;
 using namespace tarvika;
 
+using tarvika::test::Bytes;
+using tarvika::test::Column;
+
 namespace {
-
-std::string Bytes(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-QStringList Column(QTableView* view, int column) {
-  QStringList cells;
-  for (int r = 0; r < view->model()->rowCount(); ++r) cells << view->model()->data(view->model()->index(r, column), Qt::EditRole).toString();
-  return cells;
-}
 
 QStringList Items(QListWidget* list) {
   QStringList items;

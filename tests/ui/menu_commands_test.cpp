@@ -21,23 +21,13 @@
 namespace fs = std::filesystem;
 using namespace tarvika;
 
+using tarvika::test::Bytes;
+using tarvika::test::Column;
+
 namespace {
 
 QString Cell(QTableView* view, int row, int column) {
   return view->model()->data(view->model()->index(row, column), Qt::EditRole).toString();
-}
-
-std::string Bytes(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-QStringList Column(QTableView* view, int column) {
-  QStringList cells;
-  for (int r = 0; r < view->model()->rowCount(); ++r) cells << Cell(view, r, column);
-  return cells;
 }
 
 void Select(QTableView* view, int row1, int col1, int row2, int col2) {
