@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QItemSelectionModel>
+#include <QMenu>
 
 #include <algorithm>
 #include <array>
@@ -48,6 +49,22 @@ std::optional<std::vector<SortKey>> ParseSortKeys(Workspace& ws, const std::stri
 
 bool MainWindow::RunsGridCommand(std::string_view command) {
   return std::find(kGridCommands.begin(), kGridCommands.end(), command) != kGridCommands.end();
+}
+
+QMenu* MainWindow::GridContextMenu() {
+  auto* menu = new QMenu(this);
+  const std::array<std::array<const char*, 4>, 4> groups = {{
+      {"edit.undo", "edit.redo", nullptr, nullptr},
+      {"edit.cut", "edit.copy", "edit.paste", "edit.delete"},
+      {"data.insert_cases", "data.delete_cases", "variables.insert", "variables.delete"},
+      {"data.sort_cases", "edit.find_replace", nullptr, nullptr},
+  }};
+  for (const auto& group : groups) {
+    if (!menu->isEmpty()) menu->addSeparator();
+    for (const char* command : group)
+      if (QAction* action = command != nullptr ? MenuAction(command) : nullptr) menu->addAction(action);
+  }
+  return menu;
 }
 
 CellRect MainWindow::GridSelection() const {

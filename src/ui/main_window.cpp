@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLibraryInfo>
+#include <QMenu>
 #include <QMenuBar>
 #include <QSet>
 #include <QStatusBar>
@@ -172,6 +173,12 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   dataView_->setItemDelegate(new DataCellDelegate(dataView_));
   connect(variableView_, &QTableView::activated, this, [this](const QModelIndex& index) { EditDeclaration(index.row() + 1, index.column()); });
   dataView_->installEventFilter(new EnterMovesDown(dataView_));
+  dataView_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(dataView_, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+    QMenu* menu = GridContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(dataView_->viewport()->mapToGlobal(at));
+  });
   for (QTableView* view : {dataView_, variableView_}) {
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

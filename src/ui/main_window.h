@@ -73,6 +73,8 @@ class MainWindow : public QMainWindow {
   RecentFilesWindow* RecentFiles();
   // The commands of the Edit, Data and Variables menus the window runs over the data grid.
   static bool RunsGridCommand(std::string_view command);
+  // The grid's context menu: the menu bar's actions of those commands (the caller owns it).
+  QMenu* GridContextMenu();
   // The Transformations entries the window runs.
   static bool RunsTransformCommand(std::string_view command);
   // The entries of the window that open a dialog over the editing core: merge, split,

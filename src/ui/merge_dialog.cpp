@@ -82,8 +82,10 @@ MergeDialog::MergeDialog(Workspace& ws, MergeMode mode, MergeSource source, std:
     options->addRow(ToQt(ws.Text("Key variables to identify cases:", "Az eseteket azonosító kulcsváltozó:")), key_);
     // A key changes which added variables join, so the list starts again with it.
     connect(key_, &QLineEdit::editingFinished, this, [this] {
-      if (key_->isModified()) Reset();
+      // Unmarked first: a refusal's message box takes the focus and finishes the editing again.
+      if (!key_->isModified()) return;
       key_->setModified(false);
+      Reset();
     });
   }
   indicatorOn_ = new QCheckBox(ToQt(ws.Text("indicate case source as variable:", "az eset forrása változóként:")), this);

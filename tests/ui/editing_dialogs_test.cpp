@@ -85,6 +85,11 @@ class EditingDialogsTest : public QObject {
     // Add variables by the key kor, with the source indicator: the command line's project.
     MergeDialog* merge = window.OpenMerge("data.merge_variables", QString::fromStdString(added.string()));
     QVERIFY(merge != nullptr);
+    // A key the added file lacks is told, and the list starts without a key.
+    merge->Key()->setText("megj");
+    QVERIFY(!merge->Reset());
+    QVERIFY(QString::fromStdString(user.told.back()).startsWith("A kulcs változóknak azonos nevet kell viselni"));
+    QVERIFY(merge->Key()->text().isEmpty());
     merge->Key()->setText("kor");
     QVERIFY(merge->Reset());
     // The key of the added file joins no column; its nem is renamed beside the working nem.

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QMenu>
 #include <QTableWidget>
 #include <QItemSelectionModel>
 #include <QtTest>
@@ -56,6 +57,10 @@ class MenuCommandsTest : public QObject {
     for (const char* command : {"edit.undo", "edit.copy", "edit.paste", "data.sort_cases", "variables.insert"})
       QVERIFY2(window.MenuAction(command)->isEnabled(), command);
     QVERIFY(!window.MenuAction("file.print")->isEnabled());
+    // The grid's context menu holds the same actions.
+    std::unique_ptr<QMenu> context(window.GridContextMenu());
+    QVERIFY(context->actions().contains(window.MenuAction("edit.paste")));
+    QVERIFY(context->actions().contains(window.MenuAction("data.delete_cases")));
 
     // Sort by a key, descending: empty cells last; undo gives the old order, redo the sorted one.
     user.QueueText("kor:desc");
