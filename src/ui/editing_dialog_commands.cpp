@@ -95,6 +95,15 @@ void MainWindow::ShowErrorList(const std::vector<std::string>& lines, bool varia
   ErrorList()->raise();
 }
 
+void MainWindow::OfferEntryChoices(int col, int row) {
+  auto change = [this, col, row](const std::function<bool()>& command) {
+    bool changed = journals_.Around(session_.ws, command);
+    if (changed) AfterGridChange(CellRect{col, row, col, row});
+    return changed;
+  };
+  ShowModal(new DataEntryCheckDialog(session_.ws, col, row, change, this));
+}
+
 bool MainWindow::RunEditingDialogCommand(const std::string& name) {
   if (!RunsEditingDialogCommand(name)) return false;
   Workspace& ws = session_.ws;

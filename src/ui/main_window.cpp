@@ -204,6 +204,8 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
     journals_.data.Record(col, row, ToStd(after));
   });
   connect(variableModel_, &VariableTableModel::NamesChanged, dataModel_, &DataMatrixModel::Reload);
+  // The choices open once the grid's editor has closed on the cell.
+  connect(dataModel_, &DataMatrixModel::EnteredOutOfRange, this, &MainWindow::OfferEntryChoices, Qt::QueuedConnection);
   for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(dataModel_), static_cast<QAbstractItemModel*>(variableModel_)}) {
     connect(model, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowTitle);
   }

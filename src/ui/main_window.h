@@ -117,6 +117,8 @@ class MainWindow : public QMainWindow {
   bool RunEditingDialogCommand(const std::string& name);
   // Shows the error list with the lines and puts the cursor where a chosen line leads.
   void ShowErrorList(const std::vector<std::string>& lines, bool variableHits);
+  // "Checking of the data enter" for a typed number outside its variable's limits.
+  void OfferEntryChoices(int col, int row);
   // The selected cells of the data grid (the cursor's cell when none is selected).
   CellRect GridSelection() const;
   // After a command changed cells or the tables' shape: the views read the tables again.

@@ -1,6 +1,9 @@
 #include "ui/verification_windows.h"
 
 #include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
@@ -10,6 +13,7 @@
 
 #include "editing/verify_data.h"
 #include "ui/qt_text.h"
+#include "workspace/numbers.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -65,6 +69,62 @@ CellControlDialog::CellControlDialog(Workspace& ws, QWidget* parent) : QDialog(p
 void CellControlDialog::Apply() {
   ws_.typeControl = on_->isChecked();
   accept();
+}
+
+DataEntryCheckDialog::DataEntryCheckDialog(Workspace& ws, int col, int row, Change change, QWidget* parent)
+    : QDialog(parent), ws_(ws), col_(col), row_(row), change_(std::move(change)) {
+  setWindowTitle(ToQt(ws.Text("Checking of the data enter", "Az adatbevitel ellenőrzése")));
+  entered_ = new QLineEdit(ToQt(ws.data.GetCell(col, row)), this);
+  entered_->setReadOnly(true);
+  std::optional<DeclaredRange> range = RangeOf(ws, col);
+  minimum_ = new QLineEdit(range ? ToQt(FormatGeneral(range->lo, ws.decimalSeparator)) : QString(), this);
+  maximum_ = new QLineEdit(range ? ToQt(FormatGeneral(range->hi, ws.decimalSeparator)) : QString(), this);
+  toMinimum_ = new QRadioButton(ToQt(ws.Text(". . . to the allowable minimum", ". . . a megengedett minimumra")), this);
+  toMaximum_ = new QRadioButton(ToQt(ws.Text(". . . to the allowable maximum", ". . . a megengedett maximumra")), this);
+  newLimits_ = new QRadioButton(ToQt(ws.Text("Modify the limits", "A határok módosítása")), this);
+  // The nearer limit is the likelier fix.
+  std::optional<double> value = ParseLocalNumber(ws.data.GetCell(col, row), ws.decimalSeparator);
+  (range && value && *value < range->lo ? toMinimum_ : toMaximum_)->setChecked(true);
+  // The limits are typed only when they are to change: the fields show what is stored.
+  for (QLineEdit* limit : {minimum_, maximum_}) {
+    limit->setReadOnly(true);
+    connect(newLimits_, &QRadioButton::toggled, limit, [limit](bool on) { limit->setReadOnly(!on); });
+  }
+
+  auto* form = new QFormLayout;
+  form->addRow(ToQt(ws.Text("Short name:", "Rövid név:")), new QLabel(ToQt(ws.vars.GetCell(kShortName, col)), this));
+  form->addRow(ToQt(ws.Text("the data you entered:", "a beírt adat:")), entered_);
+  form->addRow(ToQt(ws.Text("Minimum value", "Minimális érték")), minimum_);
+  form->addRow(ToQt(ws.Text("Maximum value", "Maximális érték")), maximum_);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(form);
+  layout->addWidget(new QLabel(ToQt(ws.Text("Modify the entered data . . .", "A beírt adat módosítása . . .")), this));
+  layout->addWidget(toMinimum_);
+  layout->addWidget(toMaximum_);
+  layout->addWidget(newLimits_);
+  layout->addWidget(buttons);
+  connect(buttons, &QDialogButtonBox::accepted, this, &DataEntryCheckDialog::Apply);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+bool DataEntryCheckDialog::Apply() {
+  if (!newLimits_->isChecked()) {
+    const EntryFix fix = toMinimum_->isChecked() ? EntryFix::ToMinimum : EntryFix::ToMaximum;
+    if (!change_([&] { return FixEnteredValue(ws_, col_, row_, fix); })) return false;
+    accept();
+    return true;
+  }
+  std::optional<double> lo = ParseLocalNumber(ToStd(minimum_->text().trimmed()), ws_.decimalSeparator);
+  std::optional<double> hi = ParseLocalNumber(ToStd(maximum_->text().trimmed()), ws_.decimalSeparator);
+  if (!lo || !hi || !(*lo < *hi)) {
+    ws_.user.Tell(ws_.Text("The limits must be numbers, the minimum below the maximum.",
+                           "A határok számok legyenek, a minimum kisebb a maximumnál."));
+    return false;
+  }
+  if (!change_([&] { return ChangeLimits(ws_, col_, *lo, *hi); })) return false;
+  accept();
+  return true;
 }
 
 }  // namespace tarvika

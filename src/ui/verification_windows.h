@@ -1,13 +1,16 @@
 #pragma once
 // The windows of the data checks: the error list ("Hibalista"), whose lines lead to their
-// cell (or, for a list of variable hits, to the variable), and "Cell control", the
-// session's type control switched on or off.
+// cell (or, for a list of variable hits, to the variable); "Cell control", the session's
+// type control switched on or off; and "Checking of the data enter", the choices for a
+// typed number outside its variable's limits.
 
 #include <QDialog>
 
+#include <functional>
 #include <string>
 #include <vector>
 
+class QLineEdit;
 class QListWidget;
 class QRadioButton;
 
@@ -47,6 +50,32 @@ class CellControlDialog : public QDialog {
  private:
   Workspace& ws_;
   QRadioButton *on_, *off_;
+};
+
+class DataEntryCheckDialog : public QDialog {
+  Q_OBJECT
+ public:
+  // `change` runs the chosen change of the tables (the window makes it undoable) and says
+  // whether it was made.
+  using Change = std::function<bool(const std::function<bool()>&)>;
+  DataEntryCheckDialog(Workspace& ws, int col, int row, Change change, QWidget* parent = nullptr);
+
+  QLineEdit* Entered() const { return entered_; }
+  QLineEdit* Minimum() const { return minimum_; }
+  QLineEdit* Maximum() const { return maximum_; }
+  QRadioButton* ToMinimum() const { return toMinimum_; }
+  QRadioButton* ToMaximum() const { return toMaximum_; }
+  QRadioButton* NewLimits() const { return newLimits_; }
+  // OK: the cell set to the chosen limit, or the variable's limits set to the fields (the
+  // cell keeps what was entered); false after telling a wrong limit.
+  bool Apply();
+
+ private:
+  Workspace& ws_;
+  int col_, row_;
+  Change change_;
+  QLineEdit *entered_, *minimum_, *maximum_;
+  QRadioButton *toMinimum_, *toMaximum_, *newLimits_;
 };
 
 }  // namespace tarvika

@@ -46,6 +46,14 @@ void Choose(QListWidget* list, const QString& text) {
   found.front()->setSelected(true);
 }
 
+// The dialog of that kind the window shows now (one closed before may wait for deletion).
+template <class Dialog>
+Dialog* Shown(QWidget& window) {
+  for (Dialog* dialog : window.findChildren<Dialog*>())
+    if (dialog->isVisible()) return dialog;
+  return nullptr;
+}
+
 // A project to add: kor (the key), pont and nem; kor 71 is there twice, 50 not in people.msw.
 fs::path WriteAdded(const fs::path& folder) {
   std::string text = "<Tarvika_for_windows>=2.0;\r\n<variables>=3;\r\n<cases>=4;\r\n";
@@ -205,11 +213,33 @@ class EditingDialogsTest : public QObject {
 
     // Cell control: ON and Apply switch the type control on.
     window.RunCommand("settings.cell_control");
-    auto* control = window.findChild<CellControlDialog*>();
+    auto* control = Shown<CellControlDialog>(window);
     QVERIFY(control != nullptr && control->Off()->isChecked());
     control->On()->setChecked(true);
     control->Apply();
     QVERIFY(session.ws.typeControl);
+
+    // With it on, a number past its limits offers the choices: the cell to the limit (undoable),
+    // or new limits for the variable, the cell kept.
+    QVERIFY(data->model()->setData(data->model()->index(0, 0), "150"));
+    DataEntryCheckDialog* check = nullptr;
+    QTRY_VERIFY((check = Shown<DataEntryCheckDialog>(window)) != nullptr);
+    QCOMPARE(check->Entered()->text(), QString("150"));
+    QCOMPARE(check->Maximum()->text(), QString("120"));
+    QVERIFY(check->ToMaximum()->isChecked());
+    QVERIFY(check->Apply());
+    QCOMPARE(Column(data, 0).front(), QString("120"));
+    window.RunCommand("edit.undo");
+    QCOMPARE(Column(data, 0).front(), QString("150"));
+    QVERIFY(data->model()->setData(data->model()->index(2, 0), "-5"));
+    QTRY_VERIFY((check = Shown<DataEntryCheckDialog>(window)) != nullptr);
+    QVERIFY(check->ToMinimum()->isChecked());
+    check->NewLimits()->setChecked(true);
+    check->Minimum()->setText("-10");
+    check->Maximum()->setText("200");
+    QVERIFY(check->Apply());
+    QCOMPARE(session.ws.vars.GetCell(kType, 1), std::string_view("num=-10_200;"));
+    QCOMPARE(Column(data, 0).back(), QString("-5"));
   }
 
   void undoCopiesWarnAboutATakenNameAndComeBackAsSaved() {
