@@ -67,6 +67,7 @@ UndoCopyDialog* MainWindow::OpenUndoCopies(bool restore) {
     EndBusy();
     if (restored) ResetDialogs();
     Refresh();
+    if (restored) OfferRenameOfDuplicates();
     return restored;
   };
   return ShowModal(new UndoCopyDialog(session_.ws, restore ? UndoCopyDialog::Mode::Restore : UndoCopyDialog::Mode::Make,
@@ -102,6 +103,16 @@ void MainWindow::OfferEntryChoices(int col, int row) {
     return changed;
   };
   ShowModal(new DataEntryCheckDialog(session_.ws, col, row, change, this));
+}
+
+void MainWindow::OfferRenameOfDuplicates() {
+  if (DuplicatedVariables(session_.ws).empty()) return;
+  auto change = [this](const std::function<bool()>& command) {
+    bool changed = journals_.Around(session_.ws, command);
+    if (changed) AfterGridChange(GridSelection());
+    return changed;
+  };
+  ShowModal(new ResolveDuplicatesDialog(session_.ws, change, this));
 }
 
 bool MainWindow::RunEditingDialogCommand(const std::string& name) {

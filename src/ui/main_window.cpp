@@ -520,6 +520,7 @@ bool MainWindow::OpenFile(const QString& path) {
     journals_ = Journals{};
   }
   Refresh();
+  if (ok) OfferRenameOfDuplicates();
   return ok;
 }
 

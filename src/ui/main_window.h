@@ -119,6 +119,8 @@ class MainWindow : public QMainWindow {
   void ShowErrorList(const std::vector<std::string>& lines, bool variableHits);
   // "Checking of the data enter" for a typed number outside its variable's limits.
   void OfferEntryChoices(int col, int row);
+  // "Rename duplicated variables" when two short names are the same (after a load).
+  void OfferRenameOfDuplicates();
   // The selected cells of the data grid (the cursor's cell when none is selected).
   CellRect GridSelection() const;
   // After a command changed cells or the tables' shape: the views read the tables again.

@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -123,6 +124,58 @@ bool DataEntryCheckDialog::Apply() {
     return false;
   }
   if (!change_([&] { return ChangeLimits(ws_, col_, *lo, *hi); })) return false;
+  accept();
+  return true;
+}
+
+ResolveDuplicatesDialog::ResolveDuplicatesDialog(Workspace& ws, DataEntryCheckDialog::Change change, QWidget* parent)
+    : QDialog(parent), ws_(ws), change_(std::move(change)) {
+  setWindowTitle(ToQt(ws.Text("Rename duplicated variables", "Azonos nevű változók átnevezése")));
+  list_ = new QListWidget(this);
+  name_ = new QLineEdit(this);
+  auto* rename = new QPushButton(ToQt(ws.Text("Change name", "Név módosítása")), this);
+  auto* apply = new QPushButton(ToQt(ws.Text("Apply", "Alkalmaz")), this);
+  for (QPushButton* b : {rename, apply}) b->setAutoDefault(false);
+  auto* form = new QFormLayout;
+  form->addRow(ToQt(ws.Text("New short name:", "Új rövid név:")), name_);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(rename);
+  buttons->addStretch();
+  buttons->addWidget(apply);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(list_);
+  layout->addLayout(form);
+  layout->addLayout(buttons);
+  connect(rename, &QPushButton::clicked, this, &ResolveDuplicatesDialog::ChangeName);
+  connect(apply, &QPushButton::clicked, this, &ResolveDuplicatesDialog::Apply);
+  connect(name_, &QLineEdit::returnPressed, this, &ResolveDuplicatesDialog::ChangeName);
+  Fill();
+}
+
+void ResolveDuplicatesDialog::Fill() {
+  list_->clear();
+  for (const std::string& line : DuplicatedVariables(ws_)) list_->addItem(ToQt(line));
+}
+
+bool ResolveDuplicatesDialog::ChangeName() {
+  QListWidgetItem* item = list_->currentItem();
+  const std::string name = ToStd(name_->text().trimmed());
+  if (item == nullptr || name.empty()) return false;
+  // number "=" name ";"
+  const std::string line = ToStd(item->text());
+  int variable = 0;
+  std::from_chars(line.data(), line.data() + line.size(), variable);
+  if (!change_([&] { return RenameVariable(ws_, variable, name); })) return false;
+  name_->clear();
+  Fill();
+  return true;
+}
+
+bool ResolveDuplicatesDialog::Apply() {
+  if (!DuplicatedVariables(ws_).empty()) {
+    ws_.user.Tell(ws_.Text("Error: same variable names in this list!", "Hiba: azonos változónevek a listában!"));
+    return false;
+  }
   accept();
   return true;
 }

@@ -2,7 +2,8 @@
 // The windows of the data checks: the error list ("Hibalista"), whose lines lead to their
 // cell (or, for a list of variable hits, to the variable); "Cell control", the session's
 // type control switched on or off; and "Checking of the data enter", the choices for a
-// typed number outside its variable's limits.
+// typed number outside its variable's limits; "Rename duplicated variables" after a load
+// that found equal short names.
 
 #include <QDialog>
 
@@ -76,6 +77,27 @@ class DataEntryCheckDialog : public QDialog {
   Change change_;
   QLineEdit *entered_, *minimum_, *maximum_;
   QRadioButton *toMinimum_, *toMaximum_, *newLimits_;
+};
+
+class ResolveDuplicatesDialog : public QDialog {
+  Q_OBJECT
+ public:
+  // `change` as above: the rename runs through it.
+  ResolveDuplicatesDialog(Workspace& ws, DataEntryCheckDialog::Change change, QWidget* parent = nullptr);
+  QListWidget* List() const { return list_; }
+  QLineEdit* NewName() const { return name_; }
+  // "Change name": the chosen variable gets the new short name (told when it is taken).
+  bool ChangeName();
+  // "Apply": closes once no two names are the same; else tells so.
+  bool Apply();
+
+ private:
+  void Fill();
+
+  Workspace& ws_;
+  DataEntryCheckDialog::Change change_;
+  QListWidget* list_;
+  QLineEdit* name_;
 };
 
 }  // namespace tarvika

@@ -54,18 +54,25 @@ Dialog* Shown(QWidget& window) {
   return nullptr;
 }
 
-// A project to add: kor (the key), pont and nem; kor 71 is there twice, 50 not in people.msw.
-fs::path WriteAdded(const fs::path& folder) {
-  std::string text = "<Tarvika_for_windows>=2.0;\r\n<variables>=3;\r\n<cases>=4;\r\n";
-  const char* decl[3][2] = {{"kor", "num=0_120;"}, {"pont", "num=0_10;"}, {"nem", "num=0_0;"}};
-  for (int v = 0; v < 3; ++v) {
-    text += "#=" + std::to_string(v + 1) + ";\r\n<name>=" + decl[v][0] + ";\r\n<longname>=;\r\n$" + decl[v][1] +
+// A project in the file format: short names with their types, and the rows of the data.
+fs::path WriteProject(const fs::path& path, const std::vector<std::pair<std::string, std::string>>& decl,
+                      const std::vector<std::string>& rows) {
+  std::string text = "<Tarvika_for_windows>=2.0;\r\n<variables>=" + std::to_string(decl.size()) + ";\r\n<cases>=" +
+                     std::to_string(rows.size()) + ";\r\n";
+  for (std::size_t v = 0; v < decl.size(); ++v) {
+    text += "#=" + std::to_string(v + 1) + ";\r\n<name>=" + decl[v].first + ";\r\n<longname>=;\r\n$" + decl[v].second +
             "\r\n<assign>=none;\r\n<labels>=;\r\n<help>=;\r\n<missing>=;\r\n";
   }
-  text += "<datamatrix>=;\r\n71\t5\t2\r\n34\t7\t1\r\n50\t9\t1\r\n71\t3\t2\r\n";
-  fs::path path = folder / "added.msw";
+  text += "<datamatrix>=;\r\n";
+  for (const std::string& row : rows) text += row + "\r\n";
   std::ofstream(path, std::ios::binary) << text;
   return path;
+}
+
+// A project to add: kor (the key), pont and nem; kor 71 is there twice, 50 not in people.msw.
+fs::path WriteAdded(const fs::path& folder) {
+  return WriteProject(folder / "added.msw", {{"kor", "num=0_120;"}, {"pont", "num=0_10;"}, {"nem", "num=0_0;"}},
+                      {"71\t5\t2", "34\t7\t1", "50\t9\t1", "71\t3\t2"});
 }
 
 }  // namespace
@@ -240,6 +247,29 @@ class EditingDialogsTest : public QObject {
     QVERIFY(check->Apply());
     QCOMPARE(session.ws.vars.GetCell(kType, 1), std::string_view("num=-10_200;"));
     QCOMPARE(Column(data, 0).back(), QString("-5"));
+  }
+
+  void equalShortNamesAreRenamedAfterALoad() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    QVERIFY(tarvika::test::StartIn(session, root_));
+    MainWindow window(session);
+    const fs::path twice = WriteProject(root_ / "twice.msw", {{"x", "num=0_9;"}, {"X", "num=0_9;"}, {"y", "num=0_9;"}}, {"1\t2\t3"});
+    QVERIFY(window.OpenFile(QString::fromStdString(twice.string())));
+    auto* dialog = Shown<ResolveDuplicatesDialog>(window);
+    QVERIFY(dialog != nullptr);
+    QCOMPARE(Items(dialog->List()), QStringList({"1=x;", "2=X;"}));
+    QVERIFY(!dialog->Apply());
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Hiba: azonos változónevek a listában!"));
+    dialog->List()->setCurrentRow(1);
+    dialog->NewName()->setText("Y");
+    QVERIFY(!dialog->ChangeName());
+    QVERIFY(QString::fromStdString(user.told.back()).startsWith("Az új változónév megegyezik egy létező változónévvel."));
+    dialog->NewName()->setText("x2");
+    QVERIFY(dialog->ChangeName());
+    QVERIFY(Items(dialog->List()).isEmpty());
+    QVERIFY(dialog->Apply());
+    QCOMPARE(window.DataView()->model()->headerData(1, Qt::Horizontal).toString(), QString("x2"));
   }
 
   void undoCopiesWarnAboutATakenNameAndComeBackAsSaved() {
