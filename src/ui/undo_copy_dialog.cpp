@@ -28,7 +28,9 @@ UndoCopyDialog::UndoCopyDialog(Workspace& ws, Mode mode, std::function<bool(cons
   blinker_->setInterval(500);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   auto* layout = new QVBoxLayout(this);
+  layout->addWidget(new QLabel(ToQt(ws.Text("Copies in the folder \"undo\":", "Másolatok az \"undo\" mappában:")), this));
   layout->addWidget(list_);
+  layout->addWidget(new QLabel(ToQt(ws.Text("Name:", "Név:")), this));
   layout->addWidget(name_);
   layout->addWidget(warning_);
   layout->addWidget(buttons);
