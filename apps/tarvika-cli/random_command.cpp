@@ -63,7 +63,7 @@ int Random(CliContext& context, const RandomOptions& o) {
       tablesMissing = true;
       return false;
     }
-    std::cerr << ws.Text("Seed: ", "Kezdőérték: ") << seed << '\n';
+    std::cerr << SeedWords(ws.language) << seed << '\n';
     return true;
   });
   return tablesMissing ? kProgramError : status;

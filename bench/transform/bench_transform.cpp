@@ -1,5 +1,6 @@
 // Each transformation over 1,000,000 cases held as text: a formula variable, a bivariate
-// function, a statistical function of 5 variables, recoding, counting, and random variables.
+// function, a statistical function and a weighted sum of 5 variables, recoding, counting,
+// and random variables.
 // Each iteration works on a fresh copy of the tables (the copy is not timed).
 
 #include <benchmark/benchmark.h>
@@ -10,6 +11,7 @@
 #include "transform/random_generators.h"
 #include "transform/recode.h"
 #include "transform/row_statistics.h"
+#include "transform/weighted_sum.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -76,6 +78,11 @@ void BM_RowSdOf5(benchmark::State& state) {
   OnCopy(state,
          [](Workspace& ws) { ApplyStatFunction(ws, RowStatistic::SD, {1, 2, 3, 4, 5}, {"sd", "", Placement::End}); });
 }
+void BM_WeightedSumOf5(benchmark::State& state) {
+  OnCopy(state, [](Workspace& ws) {
+    ApplyWeightedSum(ws, {1, 2, 3, 4, 5}, {1, 0.5, -2, 1.25, 3}, {"w", "", Placement::End});
+  });
+}
 void BM_RecodeInto(benchmark::State& state) {
   OnCopy(state, [](Workspace& ws) {
     auto rules = ParseRules(ws, {"(b) Missing -> 0", "(c) 1 ... 3 -> 1", "(e) 3.0001 ... maximum -> 2"}, true);
@@ -106,6 +113,7 @@ BENCHMARK(BM_Round)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Bivariate)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RowMedianOf5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RowSdOf5)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WeightedSumOf5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RecodeInto)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CountOf5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RandomNormal)->Unit(benchmark::kMillisecond);

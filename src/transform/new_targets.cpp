@@ -84,6 +84,26 @@ void WriteTargets(Workspace& ws, const std::vector<int>& sources, const std::vec
   }
 }
 
+bool CheckCaseTarget(Workspace& ws, const std::vector<int>& sources, const NewTarget& target) {
+  if (sources.empty()) {
+    ws.user.Tell(ws.Text("No variable has been selected. Program stops.", "Nincs kiválasztott változó. A program leáll."));
+    return false;
+  }
+  if (target.place == Placement::Same) {
+    ws.user.Tell(ws.Text("This function makes a new variable: give it a name and a place.",
+                         "Ez a függvény új változót hoz létre: adjon neki nevet és helyet."));
+    return false;
+  }
+  return CheckTargets(ws, {target});
+}
+
+void WriteCaseTarget(Workspace& ws, const std::vector<int>& sources, const NewTarget& target,
+                     const std::vector<std::string>& cells, const std::string& longName) {
+  const int anchor = target.place == Placement::After ? *std::max_element(sources.begin(), sources.end())
+                                                      : *std::min_element(sources.begin(), sources.end());
+  WriteTargets(ws, {anchor}, {target}, {cells}, {"num=0_0;"}, {longName});
+}
+
 CellReader::CellReader(Workspace& ws, const std::vector<int>& variables)
     : missing_(ParseMissing(ws)), feed_(ws, missing_, WithLeadingZero(variables)) {}
 

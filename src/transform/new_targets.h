@@ -42,6 +42,15 @@ void WriteTargets(Workspace& ws, const std::vector<int>& sources, const std::vec
                   const std::vector<std::vector<std::string>>& cells, const std::vector<std::string>& types,
                   const std::vector<std::string>& longNames);
 
+// A variable made of the selected variables of each case (a statistical function, a
+// weighted sum). The checks before the run: a variable selected, a new variable rather than
+// the same one, and its name; false after telling the first fault.
+bool CheckCaseTarget(Workspace& ws, const std::vector<int>& sources, const NewTarget& target);
+// Writes it with the type "num=0_0;": a Before target before the leftmost selected
+// variable, an After target after the rightmost one, an End target at the end of the list.
+void WriteCaseTarget(Workspace& ws, const std::vector<int>& sources, const NewTarget& target,
+                     const std::vector<std::string>& cells, const std::string& longName);
+
 // The cells of the chosen variables read as numbers: an empty cell, a text that is no
 // number and a declared missing code are missing.
 class CellReader {

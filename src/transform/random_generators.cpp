@@ -155,45 +155,92 @@ std::string Range(double lo, double hi, char separator) {
 
 const std::vector<GeneratorInfo>& Generators() {
   static const std::vector<GeneratorInfo> list = {
-      {kNormal, "normal", "Univariate normal", {{"Mean", "Mean:", 100}, {"SD", "SD:", 15}}, {"RanNorm"}, {"RanNorm"}},
+      {kNormal,
+       "normal",
+       "Univariate normal",
+       "Egyváltozós normális",
+       {{"Mean", "Mean:", "Átlag:", 100}, {"SD", "SD:", "Szórás:", 15}},
+       {"RanNorm"},
+       {"RanNorm"}},
       {kBivariateNormal,
        "bivariate-normal",
        "Bivariate normal",
-       {{"Mean_1", "Mean_1:", 100}, {"SD_1", "SD_1:", 15}, {"Mean_2", "Mean_2:", 100}, {"SD_2", "SD_2:", 15},
-        {"Correl", "Correl:", 0.6}},
+       "Kétváltozós normális",
+       {{"Mean_1", "Mean_1:", "Átlag_1:", 100},
+        {"SD_1", "SD_1:", "Szórás_1:", 15},
+        {"Mean_2", "Mean_2:", "Átlag_2:", 100},
+        {"SD_2", "SD_2:", "Szórás_2:", 15},
+        {"Correl", "Correl:", "Korrel:", 0.6}},
        {"RNorm1", "RNorm2"},
        {"RNorm1", "RNorm2"}},
       {kDiscreteUniform,
        "uniform-discrete",
        "Uniform (discrete)",
-       {{"Minimum", "Minimum:", 0}, {"Maximum", "Maximum:", 1}},
+       "Egyenletes (diszkrét)",
+       {{"Minimum", "Minimum:", "Minimum:", 0}, {"Maximum", "Maximum:", "Maximum:", 1}},
        {"RanUnD"},
        {"RanUnD"}},
       {kUniform,
        "uniform",
        "Uniform (continuous)",
-       {{"Minimum", "Minimum:", 0}, {"Maximum", "Maximum:", 1}},
+       "Egyenletes (folytonos)",
+       {{"Minimum", "Minimum:", "Minimum:", 0}, {"Maximum", "Maximum:", "Maximum:", 1}},
        {"RanUnC"},
        {"RanUnC"}},
-      {kBinomial, "binomial", "Binomial", {{"Binom_n", "Binom_n:", 10}, {"Binom_p", "Binom_p:", 0.5}}, {"RanBin"}, {"RanBin"}},
-      {kPoisson, "poisson", "Poisson", {{"Lambda", "Lambda:", 1}}, {"Poiss"}, {"Poiss"}},
-      {kLambda, "lambda", "Lambda", {{"Skewness", "Skewness:", 0}, {"Kurtosis", "Kurtosis:", 3}}, {"Lambda"}, {"Lambda"}},
-      {kStudentT, "t", "Student t", {{"df", "df:", 10}}, {"Ran_t"}, {"Ran_t"}},
-      {kFisherF, "f", "Fisher F", {{"df_1", "df_1:", 1}, {"df_2", "df_2:", 10}}, {"Ran_F"}, {"Ran_F"}},
-      {kChiSquare, "chi-square", "Chi-square", {{"df", "df:", 1}}, {"RanChi"}, {"RanKhi"}},
+      {kBinomial,
+       "binomial",
+       "Binomial",
+       "Binomiális",
+       {{"Binom_n", "Binom_n:", "Binom_n:", 10}, {"Binom_p", "Binom_p:", "Binom_p:", 0.5}},
+       {"RanBin"},
+       {"RanBin"}},
+      {kPoisson,
+       "poisson",
+       "Poisson",
+       "Poisson",
+       {{"Lambda", "Lambda:", "Lambda:", 1}},
+       {"Poiss"},
+       {"Poiss"}},
+      {kLambda,
+       "lambda",
+       "Lambda",
+       "Lambda",
+       {{"Skewness", "Skewness:", "Ferdeség:", 0}, {"Kurtosis", "Kurtosis:", "Csúcsosság:", 3}},
+       {"Lambda"},
+       {"Lambda"}},
+      {kStudentT, "t", "Student t", "Student t", {{"df", "df:", "Szab.fok:", 10}}, {"Ran_t"}, {"Ran_t"}},
+      {kFisherF,
+       "f",
+       "Fisher F",
+       "Fisher F",
+       {{"df_1", "df_1:", "Szab.fok_1:", 1}, {"df_2", "df_2:", "Szab.fok_2:", 10}},
+       {"Ran_F"},
+       {"Ran_F"}},
+      {kChiSquare,
+       "chi-square",
+       "Chi-square",
+       "Khi-négyzet",
+       {{"df", "df:", "Szab.fok:", 1}},
+       {"RanChi"},
+       {"RanKhi"}},
       {kCorrelation,
        "correlation",
        "r and Z(r)",
-       {{"Sample_size", "Sample size:", 10}, {"Correlation", "Correlation:", 0.8}},
+       "r és Z(r)",
+       {{"Sample_size", "Sample size:", "Mintanagyság:", 10},
+        {"Correlation", "Correlation:", "Korreláció:", 0.8}},
        {"RanCorr", "RanZ(r)"},
        {"RCorr", "RanZ(r)"}},
       // The label of the first SD says "2": the panel reads so.
       {kMixedNormal,
        "mixed-normal",
        "Mixed normal",
-       {{"Mean_1", "Mean of distribution 1", 100}, {"Mean_2", "Mean of distribution 2", 100},
-        {"SD_1", "SD of distribution 2", 15}, {"SD_2", "SD of distribution 2", 45},
-        {"Probability_1", "Probability of distribution 1", 0.9}},
+       "Kevert normális",
+       {{"Mean_1", "Mean of distribution 1", "Az 1. eloszlás átlaga", 100},
+        {"Mean_2", "Mean of distribution 2", "A 2. eloszlás átlaga", 100},
+        {"SD_1", "SD of distribution 2", "A 2. eloszlás szórása", 15},
+        {"SD_2", "SD of distribution 2", "A 2. eloszlás szórása", 45},
+        {"Probability_1", "Probability of distribution 1", "Az 1. eloszlás valószínűsége", 0.9}},
        {"MixNor"},
        {"MixNor"}},
   };
@@ -383,7 +430,8 @@ std::string UniqueRandomName(const Workspace& ws, std::string_view name) {
 }
 
 bool GenerateColumn(Workspace& ws, const GeneratorInfo& info, const std::vector<double>& values,
-                    const std::vector<std::string>& names, RandomSource& source) {
+                    const std::vector<std::string>& names, RandomSource& source,
+                    std::optional<std::uint32_t> toldSeed) {
   const std::size_t count = info.names.size();
   if (const std::string fault = CheckGeneratorValues(info, values, ws.language); !fault.empty()) {
     ws.user.Tell(fault);
@@ -417,11 +465,15 @@ bool GenerateColumn(Workspace& ws, const GeneratorInfo& info, const std::vector<
       ws.vars.SetCell(kGroupType, v, GroupTypeWord(GroupKind::Codes, ws.language));
     }
   }
-  ws.user.Tell(count == 1 ? ws.Text("The new random variable has been successfully created.",
-                                    "A random változót sikeresen létrehoztuk.")
-                          : ws.Text("Two new random variables have been successfully created.",
-                                    "A két random változót sikeresen létrehoztuk."));
+  std::string message(count == 1 ? ws.Text("The new random variable has been successfully created.",
+                                             "A random változót sikeresen létrehoztuk.")
+                                   : ws.Text("Two new random variables have been successfully created.",
+                                             "A két random változót sikeresen létrehoztuk."));
+  if (toldSeed) message += fmt::format(" {}{}", SeedWords(ws.language), *toldSeed);
+  ws.user.TellAs(MessageKind::Information, message);
   return true;
 }
+
+std::string_view SeedWords(Language lang) { return Pick(lang, "Seed: ", "Kezdőérték: "); }
 
 }  // namespace tarvika

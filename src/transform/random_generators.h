@@ -19,6 +19,7 @@ class Workspace;
 struct GeneratorParameter {
   std::string_view key;    // the name of --set, e.g. "Mean", "Binom_n"
   std::string_view label;  // the panel's label, e.g. "Mean:"
+  std::string_view hungarianLabel;
   double initial = 0;
 };
 
@@ -26,6 +27,7 @@ struct GeneratorInfo {
   int code = 0;            // 451 to 462: the list position plus 451
   std::string_view word;   // "normal", "bivariate-normal", ...
   std::string_view entry;  // "Univariate normal"
+  std::string_view hungarianEntry;
   std::vector<GeneratorParameter> parameters;
   std::vector<std::string_view> names;          // default short names, one per variable
   std::vector<std::string_view> hungarianNames;
@@ -67,8 +69,13 @@ std::string UniqueRandomName(const Workspace& ws, std::string_view name);
 // The run: checks, draws and adds the variables at the end of the list, with the names given
 // (empty: the generator's default names, made unique). Tells the end message; false after
 // telling a refusal. The lambda generator reads "lambda.txt" from the table folder and lets
-// MissingTableFile through.
+// MissingTableFile through. With toldSeed the end message also tells the seed the source
+// started from, so that the person can repeat the run.
 bool GenerateColumn(Workspace& ws, const GeneratorInfo& info, const std::vector<double>& values,
-                    const std::vector<std::string>& names, RandomSource& source);
+                    const std::vector<std::string>& names, RandomSource& source,
+                    std::optional<std::uint32_t> toldSeed = std::nullopt);
+
+// "Seed: " / "Kezdőérték: ", the words before a seed told.
+std::string_view SeedWords(Language lang);
 
 }  // namespace tarvika

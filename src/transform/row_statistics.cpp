@@ -74,16 +74,7 @@ std::string RowStatisticLongName(RowStatistic f, const std::vector<std::string>&
 }
 
 bool ApplyStatFunction(Workspace& ws, RowStatistic f, const std::vector<int>& sources, const NewTarget& target) {
-  if (sources.empty()) {
-    ws.user.Tell(ws.Text("No variable has been selected. Program stops.", "Nincs kiválasztott változó. A program leáll."));
-    return false;
-  }
-  if (target.place == Placement::Same) {
-    ws.user.Tell(ws.Text("The statistical functions make a new variable: give it a name and a place.",
-                         "A statisztikai függvények új változót hoznak létre: adjon neki nevet és helyet."));
-    return false;
-  }
-  if (!CheckTargets(ws, {target})) return false;
+  if (!CheckCaseTarget(ws, sources, target)) return false;
   const int cases = ws.NumberOfCases();
   const CellReader reader(ws, sources);
   const int k = static_cast<int>(sources.size());
@@ -100,9 +91,7 @@ bool ApplyStatFunction(Workspace& ws, RowStatistic f, const std::vector<int>& so
   }
   std::vector<std::string> names;
   for (int v : sources) names.emplace_back(ws.vars.GetCell(kShortName, v));
-  const int anchor = target.place == Placement::After ? *std::max_element(sources.begin(), sources.end())
-                                                      : *std::min_element(sources.begin(), sources.end());
-  WriteTargets(ws, {anchor}, {target}, {cells}, {"num=0_0;"}, {RowStatisticLongName(f, names, ws.language)});
+  WriteCaseTarget(ws, sources, target, cells, RowStatisticLongName(f, names, ws.language));
   return true;
 }
 

@@ -1,12 +1,19 @@
 // The Transformations entries of the window: formula variables, the statistical functions
-// of a case, recode and count, asked for in short prompts (function, variables, rules, new
-// names) and run through the transformation core with undo.
+// of a case, weighted sums, random variables, recode and count, asked for in short prompts
+// (function, variables, rules, new names) and run through the transformation core with undo.
 
+#include <fmt/format.h>
+
+#include "lang/utf8.h"
+#include "numeric/stat_tables.h"
 #include "transform/formula.h"
+#include "transform/random_generators.h"
 #include "transform/recode.h"
 #include "transform/row_statistics.h"
+#include "transform/weighted_sum.h"
 #include "ui/main_window.h"
 #include "ui/typed_lists.h"
+#include "workspace/new_variable.h"
 #include "workspace/numbers.h"
 #include "workspace/session.h"
 
@@ -71,28 +78,143 @@ bool RunFunction(Workspace& ws, const std::string& name) {
   return u ? ApplyUnivariate(ws, *u, c, *sources, targets) : ApplyBivariate(ws, *b, *sources, y, targets);
 }
 
+// The prompts of a weighted sum: the variables, their weights and the new name.
+bool RunWeightedSum(Workspace& ws) {
+  std::optional<std::string> typed = ws.user.AskText(
+      ws.Text("Variables (short names, separated by commas):", "Változók (rövid nevek vesszővel):"), "");
+  if (!typed) return false;
+  std::optional<std::vector<int>> sources = TypedVariables(ws, *typed);
+  if (!sources) return false;
+  typed = ws.user.AskText(ws.Text("Weights, one per variable (separated by semicolons):",
+                                  "Súlyok, változónként egy (pontosvesszővel):"),
+                          "");
+  if (!typed) return false;
+  std::vector<double> weights;
+  for (const std::string& text : SplitTyped(*typed, ';')) {
+    std::optional<double> w = ParseFourDecimals(text, ws.decimalSeparator);
+    if (!w) {
+      ws.user.Tell(std::string(ws.Text("Weight: not a number: ", "Súly: nem szám: ")) + text);
+      return false;
+    }
+    weights.push_back(*w);
+  }
+  typed = ws.user.AskText(ws.Text("Short name of the new variable:", "Az új változó rövid neve:"),
+                          NewVariableName(ws, "Wsum"));
+  if (!typed) return false;
+  std::vector<std::string> name = SplitTyped(*typed, ',');
+  return ApplyWeightedSum(ws, *sources, weights, {name.empty() ? "" : name[0], "", Placement::End});
+}
+
+// The generator by its number in the list, its word or its entry in either language.
+const GeneratorInfo* GeneratorOfTyped(std::string_view typed) {
+  const std::vector<GeneratorInfo>& list = Generators();
+  if (auto number = ParseWholeNumber(typed);
+      number && *number >= 1 && *number <= static_cast<long long>(list.size())) {
+    return &list[*number - 1];
+  }
+  for (const GeneratorInfo& info : list) {
+    if (EqualIgnoringCase(typed, info.word) || EqualIgnoringCase(typed, info.entry) ||
+        EqualIgnoringCase(typed, info.hungarianEntry)) {
+      return &info;
+    }
+  }
+  return nullptr;
+}
+
+// The prompts of a new random variable: the generator, its parameters (initial values
+// offered), the short names (the generator's, made unique, offered) and the seed (empty:
+// from the clock). The run tells the seed with its end message.
+bool RunRandom(Workspace& ws) {
+  const bool english = ws.language == Language::English;
+  std::string prompt(ws.Text("Generator (number or name):", "Generátor (száma vagy neve):"));
+  for (std::size_t i = 0; i < Generators().size(); ++i) {
+    const GeneratorInfo& info = Generators()[i];
+    prompt += fmt::format("\n{:>2}  {}", i + 1, english ? info.entry : info.hungarianEntry);
+  }
+  std::optional<std::string> typed = ws.user.AskText(prompt, "1");
+  if (!typed) return false;
+  const std::vector<std::string> words = SplitTyped(*typed, ',');  // trimmed; no entry has a comma
+  const GeneratorInfo* info = words.size() == 1 ? GeneratorOfTyped(words[0]) : nullptr;
+  if (info == nullptr) {
+    ws.user.Tell(std::string(ws.Text("Unknown generator: ", "Ismeretlen generátor: ")) + *typed);
+    return false;
+  }
+  std::vector<double> values;
+  for (const GeneratorParameter& p : info->parameters) {
+    const std::string_view label = english ? p.label : p.hungarianLabel;
+    typed = ws.user.AskText(label, FormatGeneral(p.initial, ws.decimalSeparator));
+    if (!typed) return false;
+    std::optional<double> value = ParseFourDecimals(*typed, ws.decimalSeparator);
+    if (!value) {
+      ws.user.Tell(fmt::format("{} {}{}", label, ws.Text("not a number: ", "nem szám: "), *typed));
+      return false;
+    }
+    values.push_back(*value);
+  }
+  std::string offered;
+  for (std::string_view name : english ? info->names : info->hungarianNames) {
+    offered += (offered.empty() ? "" : ", ") + UniqueRandomName(ws, name);
+  }
+  typed = ws.user.AskText(info->names.size() == 1
+                              ? ws.Text("Short name of the new variable:", "Az új változó rövid neve:")
+                              : ws.Text("Short names of the two new variables (separated by commas):",
+                                        "A két új változó rövid neve (vesszővel):"),
+                          offered);
+  if (!typed) return false;
+  const std::vector<std::string> names = SplitTyped(*typed, ',');
+  typed = ws.user.AskText(ws.Text("Seed (a whole number from 0 to 4294967295; empty: from the clock):",
+                                  "Kezdőérték (egész szám 0 és 4294967295 között; üres: az óráé):"),
+                          "");
+  if (!typed) return false;
+  std::uint32_t seed = SeedFromClock();
+  if (!SplitTyped(*typed, ',').empty()) {
+    std::optional<long long> number = ParseWholeNumber(*typed);
+    if (!number || *number < 0 || *number > 4294967295LL) {
+      ws.user.Tell(std::string(ws.Text("The seed is a whole number from 0 to 4294967295: ",
+                                       "A kezdőérték 0 és 4294967295 közötti egész szám: ")) +
+                   *typed);
+      return false;
+    }
+    seed = static_cast<std::uint32_t>(*number);
+  }
+  RandomSource source(seed);
+  try {
+    return GenerateColumn(ws, *info, values, names, source, seed);
+  } catch (const MissingTableFile& missing) {
+    ws.user.TellAs(MessageKind::Error, MissingTableMessage(missing.name(), ws.language));
+    return false;
+  }
+}
+
 }  // namespace
 
 bool MainWindow::RunsTransformCommand(std::string_view command) {
-  return command == "transform.univariate" || command == "transform.bivariate" || command == "transform.statistical" ||
-         command == "transform.recode" || command == "transform.count";
+  return command == "transform.univariate" || command == "transform.bivariate" ||
+         command == "transform.statistical" || command == "transform.recode" ||
+         command == "transform.count" || command == "transform.random" || command == "transform.weighted_sum";
 }
 
 bool MainWindow::RunTransformCommand(const std::string& name) {
   if (!RunsTransformCommand(name)) return false;
   Workspace& ws = session_.ws;
   if (name != "transform.recode" && name != "transform.count") {
-    if (journals_.Around(ws, [&] { return RunFunction(ws, name); })) {
+    if (journals_.Around(ws, [&] {
+          return name == "transform.random"         ? RunRandom(ws)
+                 : name == "transform.weighted_sum" ? RunWeightedSum(ws)
+                                                    : RunFunction(ws, name);
+        })) {
       ws.dataChanged = true;
       AfterGridChange(GridSelection());
     }
     return true;
   }
   const bool recode = name == "transform.recode";
-  std::optional<std::string> names = ws.user.AskText(
-      recode ? ws.Text("Variables to recode (short names, separated by commas):", "Átkódolandó változók (rövid nevek vesszővel):")
-             : ws.Text("Variables to count in (short names, separated by commas):", "Változók, amelyekben számolunk (rövid nevek vesszővel):"),
-      "");
+  std::optional<std::string> names =
+      ws.user.AskText(recode ? ws.Text("Variables to recode (short names, separated by commas):",
+                                       "Átkódolandó változók (rövid nevek vesszővel):")
+                             : ws.Text("Variables to count in (short names, separated by commas):",
+                                       "Változók, amelyekben számolunk (rövid nevek vesszővel):"),
+                      "");
   if (!names) return true;
   std::optional<std::vector<int>> variables = TypedVariables(ws, *names);
   if (!variables) return true;

@@ -35,10 +35,14 @@ TEST_F(TransformCli, CommandsWriteTheProject) {
   EXPECT_NE(r.err.find("cell(s) succesfully performed."), std::string::npos);
   r = Cli("count '" + out + "' --vars Exer,Smoke --rule \"(a) 1\" --rule \"(b) Missing\" --name Ones --in-place --lang en");
   ASSERT_EQ(r.status, 0) << r.err;
+  r = Cli("transform '" + out + "' --function weighted-sum --vars Wr.Hnd,NW.Hnd --weights -1,2 --name W --in-place"
+          " --lang en");
+  ASSERT_EQ(r.status, 0) << r.err;
   project = ReadFile(out);
-  EXPECT_NE(project.find("<variables>=12;"), std::string::npos);
-  // Pulse 92 rounded to tens; Exer 2 kept; one of Exer 2 and Smoke 1 is a 1.
-  EXPECT_NE(project.find("1\t18.5\t18\t18.25\t2\t90\t2\t1\t173\t18.25\t2\t1\r\n"), std::string::npos);
+  EXPECT_NE(project.find("<variables>=13;"), std::string::npos);
+  EXPECT_NE(project.find("<longname>=wsum(-1*Wr.Hnd+2*NW.Hnd);"), std::string::npos);
+  // Pulse 92 rounded to tens; Exer 2 kept; one of Exer 2 and Smoke 1 is a 1; 2 x 18 - 18.5.
+  EXPECT_NE(project.find("1\t18.5\t18\t18.25\t2\t90\t2\t1\t173\t18.25\t2\t1\t17.5\r\n"), std::string::npos);
 }
 
 // The statistics of a case on the bundled survey against R on the same data (reference/
@@ -94,6 +98,10 @@ TEST_F(TransformCli, InputErrorsWriteNothing) {
       {"transform " + Survey() + " --function abs --vars Pulse --name P --in-place" + to, "--in-place"},
       {"recode " + Survey() + " --vars Exer --rule \"(a) 1 -> 2\" --into A,B" + to,
        "Give one new name for each variable to recode."},
+      {"transform " + Survey() + " --function weighted-sum --vars Pulse,Age --weights 1 --name W" + to,
+       "Give one weight for each variable: 2 variables, weights: 1"},
+      {"transform " + Survey() + " --function mean --vars Pulse,Age --weights 1,2 --name W" + to,
+       "--weights goes with --function weighted-sum only."},
       {"transform " + Survey() + " --function median --vars Pulse --name Age --lang hu --out '" + out + "'",
        "Minden új változónak egyedi nevet kell adnia."},
   };

@@ -210,7 +210,7 @@ class MenuCommandsTest : public QObject {
     QVERIFY(window.OpenFile(QString::fromStdString(people)));
     QVERIFY(window.MenuAction("transform.recode")->isEnabled());
     QVERIFY(window.MenuAction("transform.statistical")->isEnabled());
-    QVERIFY(!window.MenuAction("transform.random")->isEnabled());
+    QVERIFY(!window.MenuAction("transform.bivariate_operation")->isEnabled());
     QTableView* data = window.DataView();
 
     // A rule line that is no rule is told and changes nothing.
@@ -256,6 +256,57 @@ class MenuCommandsTest : public QObject {
     QCOMPARE(data->model()->columnCount(), 4);
     window.RunCommand("edit.undo");
     QCOMPARE(Column(data, 1), QStringList({"1", "2", ""}));
+  }
+
+  void randomVariablesAndWeightedSumsAsTheCommandLineDoes() {
+    ScriptedChannel user(Answer::No);
+    Session session(user);
+    QVERIFY(tarvika::test::StartIn(session, root_));
+    MainWindow window(session);
+    const std::string people = (root_ / "dat" / "people.msw").string();
+    QVERIFY(window.OpenFile(QString::fromStdString(people)));
+    session.ws.language = Language::English;
+    QTableView* data = window.DataView();
+    const int columns = data->model()->columnCount();
+
+    // Refusals are told and change nothing: an unknown generator, a bad seed, too few weights.
+    user.QueueText("gamma");
+    window.RunCommand("transform.random");
+    for (const char* text : {"normal", "100", "15", "", "-1"}) user.QueueText(text);
+    window.RunCommand("transform.random");
+    QVERIFY(QString::fromStdString(user.told.back()).contains("The seed is a whole number"));
+    for (const char* text : {"kor, nem", "2", "W"}) user.QueueText(text);
+    window.RunCommand("transform.weighted_sum");
+    QVERIFY(QString::fromStdString(user.told.back()).contains("Give one weight for each variable"));
+    QCOMPARE(data->model()->columnCount(), columns);
+
+    // The bivariate normal by its number with the names offered and a seed; then a normal
+    // by its entry with the clock's seed, which the end message tells; then a weighted sum.
+    for (const char* text : {"2", "50", "15", "100", "15", "0.3", "", "777"}) user.QueueText(text);
+    window.RunCommand("transform.random");
+    QVERIFY(QString::fromStdString(user.asked[user.asked.size() - 8]).contains("12  Mixed normal"));
+    QCOMPARE(user.told.back(), std::string("Two new random variables have been successfully created. Seed: 777"));
+    for (const char* text : {"univariate normal", "100", "15", "R", ""}) user.QueueText(text);
+    window.RunCommand("transform.random");
+    const std::string told = user.told.back();
+    QVERIFY2(told.starts_with("The new random variable has been successfully created. Seed: "), told.c_str());
+    const std::string seed = told.substr(told.rfind(' ') + 1);
+    for (const char* text : {"kor, nem", "2; -1", "W"}) user.QueueText(text);
+    window.RunCommand("transform.weighted_sum");
+    QCOMPARE(Column(data, columns + 3), QStringList({"67", "", ""}));
+    QVERIFY(SaveProject(session.ws, (root_ / "ui.msw").string()));
+
+    const std::string dir = "--lang en --program-dir '" + root_.string() + "' ";
+    const std::string cliProject = (root_ / "cli.msw").string();
+    tarvika::test::CliReport(dir + "random '" + people + "' --generator bivariate-normal --set Mean_1=50 --set Correl=0.3 " +
+                             "--seed 777 --out '" + cliProject + "'");
+    tarvika::test::CliReport(dir + "random '" + cliProject + "' --generator normal --name R --seed " + seed + " --in-place");
+    tarvika::test::CliReport(dir + "transform '" + cliProject + "' --function weighted-sum --vars kor,nem --weights=2,-1 " +
+                             "--name W --in-place");
+    QVERIFY(!Bytes(root_ / "cli.msw").empty());
+    QCOMPARE(Bytes(root_ / "ui.msw"), Bytes(root_ / "cli.msw"));
+    window.RunCommand("edit.undo");
+    QCOMPARE(data->model()->columnCount(), columns + 3);
   }
 
  private:
