@@ -1,10 +1,9 @@
 #include "frame/data_feed.h"
 
 #include <cmath>
-#include <system_error>
-#include <thread>
 #include <fmt/format.h>
 
+#include "frame/parallel_parts.h"
 #include "frame/report_writer.h"
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"
@@ -76,22 +75,20 @@ const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
   auto column = std::make_unique<DenseColumn>();
   column->values.resize(m + 1);
   column->missing.resize(m + 1);
-  auto convert = [this, i, &column](int from, int to) {
-    for (int row = from; row <= to; ++row) column->missing[row] = ConvertCell(row, i, column->values[row]);
-  };
-  const int half = m / 2;
-  std::thread helper;
-  if (m >= kSplitRows) {
-    try {
-      helper = std::thread(convert, half + 1, m);
-    } catch (const std::system_error&) {
+  // The rows are cut into parts that each convert their own cells.
+  const int parts = m >= kSplitRows ? std::max(ws_.loadThreads, 1) : 1;
+  RunParts(parts, [&](int p, const std::atomic<bool>&) {
+    for (int row = FirstOfPart(p, parts, m); row <= LastOfPart(p, parts, m); ++row) {
+      column->missing[row] = ConvertCell(row, i, column->values[row]);
     }
-  }
-  convert(1, helper.joinable() ? half : m);
-  if (helper.joinable()) helper.join();
+  });
   denseBytes_ += bytes;
   dense_[i] = std::move(column);
   return dense_[i].get();
+}
+
+void DataFeed::ConvertAhead(int count) const {
+  for (int i = 1; i <= count && i <= Count(); ++i) Dense(i);
 }
 
 bool DataFeed::ReadPosition(int row, int i, double& value) const {

@@ -1,7 +1,7 @@
 #pragma once
 // The data feed: turns selected cells into numbers with a missing flag, evaluates the
-// declared missing codes, and sorts cases into the groups of a grouping variable. It works
-// row by row on the cell texts; there is no numeric copy of the data.
+// declared missing codes, and sorts cases into the groups of a grouping variable. A column
+// is converted whole on its first read (within a memory budget; beyond it, cell by cell).
 
 #include <cstdint>
 #include <memory>
@@ -36,6 +36,10 @@ class DataFeed {
   void ReadRow(int row, int count, std::vector<double>& values, std::vector<std::uint8_t>& missings) const;
   // Position i of the feed in one case, read as ReadRow reads it; true when it is missing.
   bool ReadPosition(int row, int i, double& value) const;
+  // Converts the first `count` positions now (whole columns, as their first read would),
+  // after which ReadRow and ReadPosition of those positions change nothing in the feed, so
+  // that several threads may read them at once.
+  void ConvertAhead(int count) const;
 
   // One cell. Unlike ReadRow, a text that isn't a number reads as the valid value 0, so
   // that foreign text in a grouping variable falls into the group of code 0. An empty cell
