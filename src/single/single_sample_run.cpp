@@ -58,7 +58,6 @@ void ReadGroup(SingleSampleContext& c) {
   // Each variable's sums take its values in case order whichever thread adds them, so the
   // statistics are the same for any number of parts; the first part tells the progress.
   const int parts = PartsFor(c.ws.loadThreads, k, static_cast<long long>(rows.size()));
-  if (parts > 1) c.feed->ConvertAhead(k);
   RunParts(parts, [&](int p, const std::atomic<bool>& stop) {
     const int first = FirstOfPart(p, parts, k), last = LastOfPart(p, parts, k);
     std::vector<VariableStats> stats(c.stats.begin() + first, c.stats.begin() + last + 1);
@@ -70,7 +69,7 @@ void ReadGroup(SingleSampleContext& c) {
       }
       for (int i = first; i <= last; ++i) {
         double x;
-        if (!c.feed->ReadPosition(row, i, x)) stats[i - first].Add(x);
+        if (!c.feed->ReadCell(row, i, x)) stats[i - first].Add(x);
       }
     }
     std::copy(stats.begin(), stats.end(), c.stats.begin() + first);
