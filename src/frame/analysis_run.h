@@ -54,6 +54,10 @@ class AnalysisRun {
   void ShowProgress(std::string_view text) const;
   // "Case: " row on the status line.
   void ShowCaseProgress(int row) const;
+  // The threads an analysis may share its independent parts among (RunParts in
+  // numeric/parallel_parts.h): the workspace's setting. Only the calling thread shows
+  // progress; the report is written after the parts have joined, in the serial order.
+  int Threads() const;
 
   // Reads the variables of the index; made once the report has parsed the missing codes.
   const DataFeed& Feed() const { return *feed_; }

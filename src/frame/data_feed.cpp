@@ -3,7 +3,7 @@
 #include <cmath>
 #include <fmt/format.h>
 
-#include "frame/parallel_parts.h"
+#include "numeric/parallel_parts.h"
 #include "frame/report_writer.h"
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"

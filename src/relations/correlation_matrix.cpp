@@ -10,6 +10,7 @@
 #include "frame/number_text.h"
 #include "frame/parameter_names.h"
 #include "lang/utf8.h"
+#include "numeric/parallel_parts.h"
 #include "numeric/probability.h"
 #include "numeric/tolerance.h"
 #include "relations/correlation.h"
@@ -170,15 +171,21 @@ void MatrixReport::WriteBasicStatistics() {
 }
 
 std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
-  const Matrix m = CoefficientMatrix(kind, columns_);
+  const int threads = run_.Threads();
+  const Matrix m = CoefficientMatrix(kind, columns_, threads);
   const int c = static_cast<int>(l_.controls.size());
   const int df = n_ - 2 - c;
   std::vector<int> controlPositions;
   for (int v : l_.controls) controlPositions.push_back(l_.Position(v));
   const bool approximate = IsKendall(kind) && n_ <= kTauTableLastN;
-  std::vector<std::vector<Cell>> cells(l_.rows.size(), std::vector<Cell>(l_.columns.size()));
-  for (std::size_t i = 0; i < l_.rows.size(); ++i) {
-    for (std::size_t j = 0; j < l_.columns.size(); ++j) {
+  const int width = static_cast<int>(l_.columns.size());
+  const int count = static_cast<int>(l_.rows.size()) * width;
+  std::vector<std::vector<Cell>> cells(l_.rows.size(), std::vector<Cell>(width));
+  // The cells are computed side by side (each its own), then written in order below.
+  const int parts = PartsFor(threads, count, n_);
+  RunParts(parts, [&](int part, const std::atomic<bool>&) {
+    for (int k = FirstOfPart(part, parts, count) - 1; k < LastOfPart(part, parts, count); ++k) {
+      const int i = k / width, j = k % width;
       const int a = l_.Position(l_.rows[i]), b = l_.Position(l_.columns[j]);
       const double value = a == b ? 1 : c == 0 ? m[a][b] : PartialCoefficient(m, a, b, controlPositions);
       cells[i][j] = Test(kind, value, df);
@@ -187,7 +194,7 @@ std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
         cells[i][j].p = NormalP2(KendallOf(columns_[a], columns_[b]).zTauB);
       }
     }
-  }
+  });
   const Names title = TitleOf(kind, c > 0);
   r_.BlankLine();
   // The p values of small Kendall samples are approximate: their notation, and their
@@ -289,7 +296,7 @@ void MatrixReport::WriteListing(CorrelationKind kind, const std::vector<std::vec
 }
 
 void MatrixReport::WriteIndependence() {
-  const Matrix m = CoefficientMatrix(CorrelationKind::Pearson, columns_);
+  const Matrix m = CoefficientMatrix(CorrelationKind::Pearson, columns_, run_.Threads());
   const double d = Determinant(m);
   const int p = static_cast<int>(m.size());
   r_.BlankLine();

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fmt/format.h>
 
-#include "frame/parallel_parts.h"
+#include "numeric/parallel_parts.h"
 #include "single/single_sample_context.h"
 #include "workspace/numbers.h"
 #include "lang/utf8.h"
@@ -57,7 +57,7 @@ void ReadGroup(SingleSampleContext& c) {
   const std::vector<int>& rows = c.GroupRows();
   // Each variable's sums take its values in case order whichever thread adds them, so the
   // statistics are the same for any number of parts; the first part tells the progress.
-  const int parts = PartsFor(c.ws.loadThreads, k, static_cast<long long>(rows.size()));
+  const int parts = PartsFor(c.run.Threads(), k, static_cast<long long>(rows.size()));
   RunParts(parts, [&](int p, const std::atomic<bool>& stop) {
     const int first = FirstOfPart(p, parts, k), last = LastOfPart(p, parts, k);
     std::vector<VariableStats> stats(c.stats.begin() + first, c.stats.begin() + last + 1);

@@ -1,5 +1,5 @@
-// The analyses that cut their work by variable give the same report bytes with two threads
-// as with one, and a cancel asked on the calling thread still ends the run.
+// The analyses that cut their work by variable or by pair give the same report bytes with
+// two threads as with one, and a cancel asked on the calling thread still ends the run.
 
 #include <gtest/gtest.h>
 
@@ -62,7 +62,9 @@ TEST(ParallelRun, TwoThreadsWriteTheSameBytesAsOne) {
   };
   const std::vector<Command> commands = {{DialogKind::SingleSample, 11, {}},
                                          {DialogKind::SingleSample, 12, {"trimmingPercent=10"}},
-                                         {DialogKind::SingleSample, 15, {}}};
+                                         {DialogKind::SingleSample, 15, {}},
+                                         {DialogKind::Relations, 32, {"correlationType=Spearman rho", "listPValues=on"}},
+                                         {DialogKind::Relations, 32, {"correlationType=Kendall tau"}}};
   for (const Command& c : commands) {
     m.ws.loadThreads = 1;
     const std::string serial = Report(m, c.kind, c.code, c.settings);

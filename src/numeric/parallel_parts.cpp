@@ -1,4 +1,4 @@
-#include "frame/parallel_parts.h"
+#include "numeric/parallel_parts.h"
 
 #include <algorithm>
 #include <exception>
