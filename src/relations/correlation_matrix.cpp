@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -95,10 +96,17 @@ class MatrixReport {
   void WriteIndependence();
   Cell Test(CorrelationKind kind, double value, int df) const;
 
+  // The matrix of the measure; a Kendall one from the measures of the pairs, each pair
+  // computed once for the group.
+  Matrix CoefficientsOf(CorrelationKind kind);
+
   AnalysisRun& run_;
   ReportWriter& r_;
   const Layout& l_;
   std::vector<std::vector<double>> columns_;  // by position in l_.all
+  // Kendall's measures of the ordered pairs of positions (a, b) of this group: the tau-b
+  // and tau matrices and the tests of tau-b all read them.
+  std::map<std::pair<int, int>, KendallMeasures> kendall_;
   int n_ = 0;
 };
 
@@ -110,6 +118,7 @@ void MatrixReport::Read() {
   std::vector<double> value(k + 1, 0);
   std::vector<std::uint8_t> missing(k + 1, 1);
   columns_.assign(k, {});
+  kendall_.clear();
   int seen = 0;
   for (int row : run_.GroupRows()) {
     if (++seen % 10000 == 0) run_.ShowCaseProgress(row);
@@ -153,6 +162,46 @@ GroupMatrices MatrixReport::Write() {
   return out;
 }
 
+Matrix MatrixReport::CoefficientsOf(CorrelationKind kind) {
+  if (!IsKendall(kind)) return CoefficientMatrix(kind, columns_, run_.Threads());
+  const int p = static_cast<int>(columns_.size());
+  if (kendall_.empty()) {
+    // The pairs of the matrix (a < b) and, without controls, those of the cells' tests
+    // below the diagonal: KendallOf(x, y) is kept as it was asked for, in its own order.
+    std::vector<std::pair<int, int>> pairs;
+    for (int a = 0; a < p; ++a) {
+      for (int b = a + 1; b < p; ++b) pairs.emplace_back(a, b);
+    }
+    if (l_.controls.empty()) {
+      for (int row : l_.rows) {
+        for (int column : l_.columns) {
+          const int a = l_.Position(row), b = l_.Position(column);
+          if (a > b) pairs.emplace_back(a, b);
+        }
+      }
+    }
+    std::sort(pairs.begin(), pairs.end());
+    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
+    std::vector<KendallMeasures> measures(pairs.size());
+    const int count = static_cast<int>(pairs.size());
+    const int parts = PartsFor(run_.Threads(), count, n_);
+    RunParts(parts, [&](int part, const std::atomic<bool>&) {
+      for (int k = FirstOfPart(part, parts, count) - 1; k < LastOfPart(part, parts, count); ++k) {
+        measures[k] = KendallOf(columns_[pairs[k].first], columns_[pairs[k].second]);
+      }
+    });
+    for (int k = 0; k < count; ++k) kendall_[pairs[k]] = measures[k];
+  }
+  Matrix m(p, std::vector<double>(p, 1));
+  for (int a = 0; a < p; ++a) {
+    for (int b = a + 1; b < p; ++b) {
+      const KendallMeasures& k = kendall_.at({a, b});
+      m[a][b] = m[b][a] = kind == CorrelationKind::KendallTauB ? k.tauB : k.tau;
+    }
+  }
+  return m;
+}
+
 void MatrixReport::WriteBasicStatistics() {
   r_.BlankLine();
   r_.BeginTitledTable(T("BASIC DESCRIPTIVE STATISTICS", "ALAPSTATISZTIKÁK"),
@@ -172,7 +221,7 @@ void MatrixReport::WriteBasicStatistics() {
 
 std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
   const int threads = run_.Threads();
-  const Matrix m = CoefficientMatrix(kind, columns_, threads);
+  const Matrix m = CoefficientsOf(kind);
   const int c = static_cast<int>(l_.controls.size());
   const int df = n_ - 2 - c;
   std::vector<int> controlPositions;
@@ -191,7 +240,7 @@ std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
       cells[i][j] = Test(kind, value, df);
       // tau-b of two variables has the test with its ties, as in the analysis of pairs.
       if (kind == CorrelationKind::KendallTauB && c == 0 && a != b && cells[i][j].value != 0) {
-        cells[i][j].p = NormalP2(KendallOf(columns_[a], columns_[b]).zTauB);
+        cells[i][j].p = NormalP2(kendall_.at({a, b}).zTauB);
       }
     }
   });
