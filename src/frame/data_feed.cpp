@@ -3,9 +3,9 @@
 #include <cmath>
 #include <fmt/format.h>
 
-#include "numeric/parallel_parts.h"
 #include "frame/report_writer.h"
 #include "lang/utf8.h"
+#include "numeric/parallel_parts.h"
 #include "numeric/tolerance.h"
 #include "workspace/numbers.h"
 #include "workspace/workspace.h"
@@ -85,10 +85,6 @@ const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
   denseBytes_ += bytes;
   dense_[i] = std::move(column);
   return dense_[i].get();
-}
-
-void DataFeed::ConvertAhead(int count) const {
-  for (int i = 1; i <= count && i <= Count(); ++i) Dense(i);
 }
 
 bool DataFeed::ReadPosition(int row, int i, double& value) const {

@@ -36,10 +36,6 @@ class DataFeed {
   void ReadRow(int row, int count, std::vector<double>& values, std::vector<std::uint8_t>& missings) const;
   // Position i of the feed in one case, read as ReadRow reads it; true when it is missing.
   bool ReadPosition(int row, int i, double& value) const;
-  // Converts the first `count` positions now (whole columns, as their first read would),
-  // after which ReadRow and ReadPosition of those positions change nothing in the feed, so
-  // that several threads may read them at once.
-  void ConvertAhead(int count) const;
   // Position i of one case read from its cell, as ReadPosition reads it, but never through
   // the column's converted copy: for a pass that reads each cell once, where the copy costs
   // more than it saves. It changes nothing in the feed, so threads may call it at once.
@@ -54,9 +50,9 @@ class DataFeed {
   bool IsMissingCode(int variable, double x) const;
 
  private:
-  // The value and missing flag of each row of one column.
-  // Left uninitialised when made: each part of the conversion touches its own rows first,
-  // so the pages are mapped by the threads that fill them.
+  // The value and missing flag of each row of one column, left uninitialised when made:
+  // each part of the conversion touches its own rows first, so the pages are mapped by the
+  // threads that fill them.
   struct DenseColumn {
     std::unique_ptr<double[]> values;
     std::unique_ptr<std::uint8_t[]> missing;
