@@ -38,39 +38,51 @@ void CellJournal::Record(int col, int row, std::string_view text) {
 }
 
 void CellJournal::RecordSnapshot(std::shared_ptr<const TableSnapshot> snapshot) {
+  if (entries_[position_].snapshot == snapshot) return;
   entries_.insert(entries_.begin() + position_ + 1, Entry{std::string(), std::move(snapshot)});
   ++position_;
 }
 
-std::optional<JournalCell> CellJournal::Undo(Workspace& ws) {
-  if (!CanUndo()) return std::nullopt;
-  --position_;
-  return Apply(ws, entries_[position_]);
+std::optional<JournalCell> CellJournal::Undo(Workspace& ws) { return Step(ws, -1); }
+
+std::optional<JournalCell> CellJournal::Redo(Workspace& ws) { return Step(ws, +1); }
+
+std::optional<JournalCell> CellJournal::Step(Workspace& ws, int direction) {
+  while (direction < 0 ? CanUndo() : CanRedo()) {
+    position_ += direction;
+    Applied applied = Apply(ws, entries_[position_]);
+    if (applied.changed) return applied.cell;
+  }
+  return std::nullopt;
 }
 
-std::optional<JournalCell> CellJournal::Redo(Workspace& ws) {
-  if (!CanRedo()) return std::nullopt;
-  ++position_;
-  return Apply(ws, entries_[position_]);
-}
-
-std::optional<JournalCell> CellJournal::Apply(Workspace& ws, const Entry& entry) const {
+CellJournal::Applied CellJournal::Apply(Workspace& ws, const Entry& entry) const {
   if (entry.snapshot) {
+    if (SameCells(ws.data, entry.snapshot->data) && SameCells(ws.vars, entry.snapshot->vars)) return {};
     ws.data = entry.snapshot->data;
     ws.vars = entry.snapshot->vars;
     ws.dataChanged = true;
-    return std::nullopt;
+    return {true, std::nullopt};
   }
   auto cell = ParseEntry(entry.text);
-  if (!cell) return std::nullopt;
+  if (!cell) return {};
   StringTable& t = TableOf(ws, table_);
-  if (cell->col < 0 || cell->row < 0 || cell->col >= t.ColCount() || cell->row >= t.RowCount()) return std::nullopt;
+  if (cell->col < 0 || cell->row < 0 || cell->col >= t.ColCount() || cell->row >= t.RowCount()) return {};
+  if (t.GetCell(cell->col, cell->row) == cell->text) return {};
   t.SetCell(cell->col, cell->row, cell->text);
   if (table_ == ActiveTable::VarTabl && cell->col == kShortName && cell->row >= 1) {
     ws.data.SetCell(cell->row, 0, cell->text);
   }
   ws.dataChanged = true;
-  return cell;
+  return {true, std::move(cell)};
+}
+
+std::shared_ptr<const TableSnapshot> Journals::SnapshotOfPresentTables(const Workspace& ws) const {
+  for (const CellJournal* j : {&data, &vars}) {
+    const auto& here = j->SnapshotHere();
+    if (here && SameCells(here->data, ws.data) && SameCells(here->vars, ws.vars)) return here;
+  }
+  return nullptr;
 }
 
 namespace {

@@ -38,12 +38,18 @@ class CellJournal {
   // after the current position unless it equals the entry there; later entries (the redo
   // history) stay beyond it.
   void Record(int col, int row, std::string_view text);
-  // A whole-table state, recorded before and after a command that changes the tables' shape.
+  // A whole-table state, recorded before and after a command that changes the tables' shape;
+  // not again when it is the very entry at the current position.
   void RecordSnapshot(std::shared_ptr<const TableSnapshot> snapshot);
+  // The whole-table state at the current position, if the entry there is one.
+  const std::shared_ptr<const TableSnapshot>& SnapshotHere() const { return entries_[position_].snapshot; }
 
-  // Step back (undo) or on (redo) and apply the entry there. The cell to put the cursor in;
-  // nullopt when there was no step or the entry was a whole-table state. An entry that
-  // points outside the present table changes nothing.
+  // Step back (undo) or on (redo) to the nearest entry that changes the tables, and apply
+  // it. Entries that would leave the tables as they are, are passed over: the tables after
+  // one command are also those before the next, and the text a cell editor opened on is the
+  // cell's text after the last step; so one step takes back, or does again, one command or
+  // one keystroke. An entry that points outside the present table changes nothing. The cell
+  // to put the cursor in; nullopt when nothing changed or the entry was a whole-table state.
   std::optional<JournalCell> Undo(Workspace& ws);
   std::optional<JournalCell> Redo(Workspace& ws);
   bool CanUndo() const { return position_ > 1; }
@@ -62,7 +68,12 @@ class CellJournal {
     std::string text;
     std::shared_ptr<const TableSnapshot> snapshot;
   };
-  std::optional<JournalCell> Apply(Workspace& ws, const Entry& entry) const;
+  struct Applied {
+    bool changed = false;
+    std::optional<JournalCell> cell;
+  };
+  Applied Apply(Workspace& ws, const Entry& entry) const;
+  std::optional<JournalCell> Step(Workspace& ws, int direction);
 
   ActiveTable table_;
   std::vector<Entry> entries_;
@@ -80,7 +91,9 @@ struct Journals {
   // after it. The command's result is returned; a refused command leaves no entry.
   template <class Command>
   bool Around(Workspace& ws, Command&& command) {
-    auto before = std::make_shared<const TableSnapshot>(TableSnapshot{ws.data, ws.vars});
+    // Right after another command the tables are those of its "after" entry: shared, not copied.
+    std::shared_ptr<const TableSnapshot> before = SnapshotOfPresentTables(ws);
+    if (!before) before = std::make_shared<const TableSnapshot>(TableSnapshot{ws.data, ws.vars});
     if (!command()) return false;
     auto after = std::make_shared<const TableSnapshot>(TableSnapshot{ws.data, ws.vars});
     for (CellJournal* j : {&data, &vars}) {
@@ -89,6 +102,10 @@ struct Journals {
     }
     return true;
   }
+
+ private:
+  // The whole-table state at either journal's position when it holds the present tables.
+  std::shared_ptr<const TableSnapshot> SnapshotOfPresentTables(const Workspace& ws) const;
 };
 
 // Project copies: the ".und" files of the folder "undo" under the program folder, by name.

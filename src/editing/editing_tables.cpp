@@ -14,6 +14,14 @@ const StringTable& TableOf(const Workspace& ws, ActiveTable table) {
   return ws.data;
 }
 
+bool SameCells(const StringTable& a, const StringTable& b) {
+  if (a.ColCount() != b.ColCount() || a.RowCount() != b.RowCount()) return false;
+  for (int c = 0; c < a.ColCount(); ++c)
+    for (int r = 0; r < a.RowCount(); ++r)
+      if (a.GetCell(c, r) != b.GetCell(c, r)) return false;
+  return true;
+}
+
 void RederiveGroupType(Workspace& ws, int firstRow, int lastRow) {
   for (int r = std::max(firstRow, 1); r <= lastRow && r < ws.vars.RowCount(); ++r) {
     std::string_view labels = ws.vars.GetCell(kGroupLabels, r);

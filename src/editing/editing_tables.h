@@ -16,6 +16,9 @@ enum class ActiveTable { DataTabl, VarTabl };
 StringTable& TableOf(Workspace& ws, ActiveTable table);
 const StringTable& TableOf(const Workspace& ws, ActiveTable table);
 
+// The same size and the same text in every cell.
+bool SameCells(const StringTable& a, const StringTable& b);
+
 // The group type a row of group labels implies: "_" in the labels means intervals, other
 // labels codes, none at all none; in the session's language.
 void RederiveGroupType(Workspace& ws, int firstRow, int lastRow);

@@ -5,9 +5,9 @@
 
 #include "frame/report_writer.h"
 #include "lang/utf8.h"
-#include "numeric/parallel_parts.h"
 #include "numeric/tolerance.h"
 #include "workspace/numbers.h"
+#include "workspace/two_threads.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -75,13 +75,11 @@ const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
   auto column = std::make_unique<DenseColumn>();
   column->values.reset(new double[m + 1]);
   column->missing.reset(new std::uint8_t[m + 1]);
-  // The rows are cut into parts that each convert their own cells.
-  const int parts = m >= kSplitRows ? std::max(ws_.loadThreads, 1) : 1;
-  RunParts(parts, [&](int p, const std::atomic<bool>&) {
-    for (int row = FirstOfPart(p, parts, m); row <= LastOfPart(p, parts, m); ++row) {
-      column->missing[row] = ConvertCell(row, i, column->values[row]);
-    }
-  });
+  auto convert = [this, i, &column](int from, int to) {
+    for (int row = from; row <= to; ++row) column->missing[row] = ConvertCell(row, i, column->values[row]);
+  };
+  const int half = m / 2;
+  RunOnTwoThreads(m >= kSplitRows, [&] { convert(half + 1, m); }, [&] { convert(1, half); });
   denseBytes_ += bytes;
   dense_[i] = std::move(column);
   return dense_[i].get();

@@ -1,22 +1,22 @@
 #pragma once
-// Work cut into parts that don't depend on one another (the variables of an analysis, the
-// halves of a column), run side by side. Each part writes only its own results, so the
-// results are the same for any number of threads; whoever writes the report does so after
-// the parts have joined, in the original order.
+// An analysis's work cut into two parts that don't depend on one another (the variables of
+// a pass, the pairs of a matrix), run side by side through the core's one way of starting
+// a second thread (RunOnTwoThreads). Each part writes only its own results, so the results
+// are those of one thread; the report is written after the parts have joined, in the
+// original order.
 
 #include <atomic>
 #include <functional>
 
 namespace tarvika {
 
-// Calls work(p, stop) for p = 0..parts-1: part 0 on the calling thread, the others each on
-// a thread of its own (on the calling thread after part 0 when a thread can't start).
-// Only part 0 may show progress or end the run; when it throws, stop becomes true, the
-// other parts should return soon, and the exception passes on after all have joined. An
-// exception of another part passes on from here too.
+// Calls work(0, stop) on the calling thread and, with two parts, work(1, stop) on a second
+// thread (after part 0 when none can start). Only part 0 may show progress or end the run:
+// when it throws, stop becomes true, part 1 should return soon, and the exception passes on
+// once both are done. An exception of part 1 passes on from here too.
 void RunParts(int parts, const std::function<void(int part, const std::atomic<bool>& stop)>& work);
 
-// How many parts `items` independent items of `rows` rows each are cut into with
+// How many parts (1 or 2) `items` independent items of `rows` rows each are cut into with
 // `threads` threads: 1 when the work is too small to be worth a thread.
 int PartsFor(int threads, int items, long long rows);
 

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QItemSelectionModel>
+#include <QMenu>
 
 #include <algorithm>
 #include <array>
@@ -44,18 +45,26 @@ std::optional<std::vector<SortKey>> ParseSortKeys(Workspace& ws, const std::stri
   return keys;
 }
 
-bool SameCells(const StringTable& a, const StringTable& b) {
-  if (a.ColCount() != b.ColCount() || a.RowCount() != b.RowCount()) return false;
-  for (int c = 0; c < a.ColCount(); ++c)
-    for (int r = 0; r < a.RowCount(); ++r)
-      if (a.GetCell(c, r) != b.GetCell(c, r)) return false;
-  return true;
-}
-
 }  // namespace
 
 bool MainWindow::RunsGridCommand(std::string_view command) {
   return std::find(kGridCommands.begin(), kGridCommands.end(), command) != kGridCommands.end();
+}
+
+QMenu* MainWindow::GridContextMenu() {
+  auto* menu = new QMenu(this);
+  const std::array<std::array<const char*, 4>, 4> groups = {{
+      {"edit.undo", "edit.redo", nullptr, nullptr},
+      {"edit.cut", "edit.copy", "edit.paste", "edit.delete"},
+      {"data.insert_cases", "data.delete_cases", "variables.insert", "variables.delete"},
+      {"data.sort_cases", "edit.find_replace", nullptr, nullptr},
+  }};
+  for (const auto& group : groups) {
+    if (!menu->isEmpty()) menu->addSeparator();
+    for (const char* command : group)
+      if (QAction* action = command != nullptr ? MenuAction(command) : nullptr) menu->addAction(action);
+  }
+  return menu;
 }
 
 CellRect MainWindow::GridSelection() const {
@@ -102,18 +111,9 @@ bool MainWindow::RunGridCommand(const std::string& name) {
   bool changed = false;
   CellRect cursor = rect;
   if (name == "edit.undo" || name == "edit.redo") {
-    // The journal holds the tables after one command and before the next as two entries
-    // with the same cells: a step that changes nothing goes on, so one press is one command.
-    const bool undo = name == "edit.undo";
-    const DataMatrix data = ws.data;
-    const VariableTable vars = ws.vars;
-    std::optional<JournalCell> cell;
-    do {
-      if (undo ? !journals_.data.CanUndo() : !journals_.data.CanRedo()) break;
-      cell = undo ? journals_.data.Undo(ws) : journals_.data.Redo(ws);
-    } while (SameCells(ws.data, data) && SameCells(ws.vars, vars));
+    std::optional<JournalCell> cell = name == "edit.undo" ? journals_.data.Undo(ws) : journals_.data.Redo(ws);
     if (cell) cursor = CellRect{cell->col, cell->row, cell->col, cell->row};
-    changed = markChanged();
+    changed = true;  // a step that changed the tables marked them changed itself
   } else if (name == "edit.copy") {
     QApplication::clipboard()->setText(ToQt(CopyCells(ws, table, rect)));
   } else if (name == "edit.cut") {
@@ -169,6 +169,12 @@ bool MainWindow::RunGridCommand(const std::string& name) {
     if (hits.empty()) {
       ws.user.Tell(MatchCount(ws, 0));
       return true;
+    }
+    if (hits.size() > 1) {
+      // Several hits: the list, from which a click leads to the variable.
+      std::vector<std::string> lines;
+      for (const VariableHit& hit : hits) lines.push_back(hit.line);
+      ShowErrorList(lines, true);
     }
     cursor = CellRect{hits[0].variable, rect.row1, hits[0].variable, rect.row1};
   } else if (name == "edit.find_replace") {

@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLibraryInfo>
+#include <QMenu>
 #include <QMenuBar>
 #include <QSet>
 #include <QStatusBar>
@@ -172,6 +173,12 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
   dataView_->setItemDelegate(new DataCellDelegate(dataView_));
   connect(variableView_, &QTableView::activated, this, [this](const QModelIndex& index) { EditDeclaration(index.row() + 1, index.column()); });
   dataView_->installEventFilter(new EnterMovesDown(dataView_));
+  dataView_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(dataView_, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+    QMenu* menu = GridContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(dataView_->viewport()->mapToGlobal(at));
+  });
   for (QTableView* view : {dataView_, variableView_}) {
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -197,6 +204,8 @@ MainWindow::MainWindow(Session& session, QWidget* parent) : QMainWindow(parent),
     journals_.data.Record(col, row, ToStd(after));
   });
   connect(variableModel_, &VariableTableModel::NamesChanged, dataModel_, &DataMatrixModel::Reload);
+  // The choices open once the grid's editor has closed on the cell.
+  connect(dataModel_, &DataMatrixModel::EnteredOutOfRange, this, &MainWindow::OfferEntryChoices, Qt::QueuedConnection);
   for (QAbstractItemModel* model : {static_cast<QAbstractItemModel*>(dataModel_), static_cast<QAbstractItemModel*>(variableModel_)}) {
     connect(model, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowTitle);
   }
@@ -452,6 +461,17 @@ void MainWindow::BuildMenus() {
       }
       actions_[command] = action;
       connect(action, &QAction::triggered, this, [this, command] { RunCommand(command); });
+      if (e.command == "edit.redo") {
+        // The project copies of the folder "undo" belong with the ways back.
+        for (bool restore : {false, true}) {
+          QString text = ToQt(restore ? ws.Text("Restore \"undo\" file . . .", "\"Undo\" fájl visszatöltése . . .")
+                                      : ws.Text("Make \"undo\" file . . .", "\"Undo\" fájl készítése . . ."));
+          QString copyCommand = restore ? "edit.restore_undo_file" : "edit.make_undo_file";
+          QAction* copy = menu->addAction(WithMnemonic(text, taken));
+          connect(copy, &QAction::triggered, this, [this, copyCommand] { RunCommand(copyCommand); });
+          actions_[copyCommand] = copy;
+        }
+      }
       if (e.command == "file.recent") {
         recentMenu_ = menu->addMenu(WithMnemonic(ToQt(ws.Text("Recent files", "Legutóbbi fájlok")), taken));
         recentMenu_->setObjectName("recent");
@@ -500,6 +520,7 @@ bool MainWindow::OpenFile(const QString& path) {
     journals_ = Journals{};
   }
   Refresh();
+  if (ok) OfferRenameOfDuplicates();
   return ok;
 }
 
@@ -558,7 +579,7 @@ void MainWindow::RunCommand(const QString& command) {
     DefaultVariableForm(ws, Texts(), this).exec();
   } else if (std::optional<DialogKind> kind = DialogOfMenu(name)) {
     Form(*kind)->Open();
-  } else if (RunGridCommand(name) || RunExchangeCommand(name) || RunTransformCommand(name)) {
+  } else if (RunGridCommand(name) || RunExchangeCommand(name) || RunTransformCommand(name) || RunEditingDialogCommand(name)) {
   } else if (name == "file.exit") {
     close();
   } else if (name == "settings.language") {

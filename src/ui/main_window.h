@@ -28,6 +28,10 @@ class AnalysisForm;
 class ResultsPane;
 class ReportWindow;
 class RecentFilesWindow;
+class MergeDialog;
+class SplitDialog;
+class UndoCopyDialog;
+class ErrorListWindow;
 
 class MainWindow : public QMainWindow {
   Q_OBJECT
@@ -69,8 +73,23 @@ class MainWindow : public QMainWindow {
   RecentFilesWindow* RecentFiles();
   // The commands of the Edit, Data and Variables menus the window runs over the data grid.
   static bool RunsGridCommand(std::string_view command);
+  // The grid's context menu: the menu bar's actions of those commands (the caller owns it).
+  QMenu* GridContextMenu();
   // The Transformations entries the window runs.
   static bool RunsTransformCommand(std::string_view command);
+  // The entries of the window that open a dialog over the editing core: merge, split,
+  // verification and its error list, cell control, the project copies of the folder "undo".
+  static bool RunsEditingDialogCommand(std::string_view command);
+
+  // The dialogs of those entries, shown (window-modal, gone when closed). The merge with the
+  // file to add, without the file dialog ("data.merge_cases" or "data.merge_variables";
+  // nullptr when the file could not be read, told).
+  MergeDialog* OpenMerge(const QString& command, const QString& path);
+  SplitDialog* OpenSplit();
+  UndoCopyDialog* OpenUndoCopies(bool restore);
+  // The error list ("Hibalista"): the last verification's lines, or the hits of a search
+  // for variables.
+  ErrorListWindow* ErrorList();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -94,6 +113,14 @@ class MainWindow : public QMainWindow {
   bool RunExchangeCommand(const std::string& name);
   // Recode and count (transform_commands.cpp).
   bool RunTransformCommand(const std::string& name);
+  // Merge, split, verification, cell control, project copies (editing_dialog_commands.cpp).
+  bool RunEditingDialogCommand(const std::string& name);
+  // Shows the error list with the lines and puts the cursor where a chosen line leads.
+  void ShowErrorList(const std::vector<std::string>& lines, bool variableHits);
+  // "Checking of the data enter" for a typed number outside its variable's limits.
+  void OfferEntryChoices(int col, int row);
+  // "Rename duplicated variables" when two short names are the same (after a load).
+  void OfferRenameOfDuplicates();
   // The selected cells of the data grid (the cursor's cell when none is selected).
   CellRect GridSelection() const;
   // After a command changed cells or the tables' shape: the views read the tables again.
@@ -117,14 +144,15 @@ class MainWindow : public QMainWindow {
   bool qtTranslated_ = false;
   ReportWindow* reportWindow_ = nullptr;
   RecentFilesWindow* recentWindow_ = nullptr;
+  ErrorListWindow* errorList_ = nullptr;
   bool statusGreen_ = false;
   QProgressBar* progress_ = nullptr;
   QPushButton* cancel_ = nullptr;
   QObject* busyFilter_ = nullptr;  // holds back other input while long work runs
   bool busy_ = false;
   bool cancelAsked_ = false;
-  bool htmlReports_ = false;
-  Journals journals_;  // undo and redo of the data grid  // the forms write html reports, with figures
+  bool htmlReports_ = false;  // the forms write html reports, with figures
+  Journals journals_;         // undo and redo of the data grid
 };
 
 }  // namespace tarvika

@@ -91,9 +91,12 @@ bool DataMatrixModel::setData(const QModelIndex& index, const QVariant& value, i
   if (ws_.data.GetCell(c, r) == text) return false;
   ws_.data.SetCell(c, r, text);
   ws_.dataChanged = true;
-  CheckCell(ws_, c, r);  // cleans a numeric cell and tells a fault when the type control is on
+  // With the type control on: a numeric cell is cleaned, a fault told or offered its choices.
+  CellFault fault = FindCellFault(ws_, c, r);
+  if (fault == CellFault::NonNumeric) TellCellFault(ws_, c, fault);
   emit dataChanged(index, index);
   emit CellEdited(c, r, before, QString::fromStdString(std::string(ws_.data.GetCell(c, r))));
+  if (fault == CellFault::OutOfRange) emit EnteredOutOfRange(c, r);
   return true;
 }
 

@@ -33,6 +33,9 @@ class DataMatrixModel : public QAbstractTableModel {
  signals:
   // A cell was written from the grid: its text before and after, for undo.
   void CellEdited(int col, int row, const QString& before, const QString& after);
+  // With the type control on, a number outside its variable's declared range was written:
+  // the window offers its choices (a nonnumeric text is told at once).
+  void EnteredOutOfRange(int col, int row);
 
  private:
   // The declarations the grid reads per painted cell, parsed once per reload.

@@ -322,33 +322,39 @@ std::optional<std::pair<double, double>> NumericTypeRange(std::string_view type,
   return std::pair{*lo, *hi};
 }
 
-bool CheckCell(Workspace& ws, int c, int r) {
-  if (!ws.typeControl || c < 1 || r < 1 || c > ws.NumberOfVariables() || r > ws.NumberOfCases()) return true;
+CellFault FindCellFault(Workspace& ws, int c, int r) {
+  if (!ws.typeControl || c < 1 || r < 1 || c > ws.NumberOfVariables() || r > ws.NumberOfCases()) return CellFault::None;
   std::string_view type = ws.vars.GetCell(kType, c);
   std::string cell(ws.data.GetCell(c, r));
-  if (!StartsWith(type, "num") || cell.empty()) return true;
-  auto tellNonNumeric = [&ws] { ws.user.Tell(ws.Text("Error: nonnumeric value.", "Hiba: nem numerikus adat!")); };
+  if (!StartsWith(type, "num") || cell.empty()) return CellFault::None;
   auto cleaned = CleanNumber(cell, ws.decimalSeparator);
-  if (!cleaned) {
-    tellNonNumeric();
-    return false;
-  }
+  if (!cleaned) return CellFault::NonNumeric;
   if (*cleaned != cell) {
     ws.data.SetCell(c, r, *cleaned);
     ws.dataChanged = true;
   }
   auto value = ParseLocalNumber(*cleaned, ws.decimalSeparator);
-  if (!value) {
-    tellNonNumeric();
-    return false;
-  }
+  if (!value) return CellFault::NonNumeric;
   auto range = NumericTypeRange(type, ws.decimalSeparator);
-  if (range && range->first < range->second && (*value < range->first || *value > range->second)) {
+  if (range && range->first < range->second && (*value < range->first || *value > range->second)) return CellFault::OutOfRange;
+  return CellFault::None;
+}
+
+void TellCellFault(const Workspace& ws, int c, CellFault fault) {
+  if (fault == CellFault::NonNumeric) {
+    ws.user.Tell(ws.Text("Error: nonnumeric value.", "Hiba: nem numerikus adat!"));
+  } else if (fault == CellFault::OutOfRange) {
+    auto range = NumericTypeRange(ws.vars.GetCell(kType, c), ws.decimalSeparator);
+    if (!range) return;
     ws.user.Tell(fmt::format("{}{} - {}", ws.Text("Value out of the declared range: ", "Az érték kívül esik a megadott tartományon: "),
                              FormatGeneral(range->first, ws.decimalSeparator), FormatGeneral(range->second, ws.decimalSeparator)));
-    return false;
   }
-  return true;
+}
+
+bool CheckCell(Workspace& ws, int c, int r) {
+  CellFault fault = FindCellFault(ws, c, r);
+  TellCellFault(ws, c, fault);
+  return fault == CellFault::None;
 }
 
 }  // namespace tarvika

@@ -78,5 +78,10 @@ void ValidateDeclarations(Workspace& ws);
 // Type control on leaving cell (c, r) of the data table. Cleans a numeric cell and stores
 // it; false (after telling the person) when the value is not numeric or out of range.
 bool CheckCell(Workspace& ws, int c, int r);
+// The same check without telling: what is wrong with the cell (the window offers its
+// choices for a value out of range instead of the message), and the message of a fault.
+enum class CellFault { None, NonNumeric, OutOfRange };
+CellFault FindCellFault(Workspace& ws, int c, int r);
+void TellCellFault(const Workspace& ws, int c, CellFault fault);
 
 }  // namespace tarvika

@@ -103,14 +103,15 @@ const std::vector<MenuEntry>& MainMenu() {
 }
 
 bool CommandIsBuilt(std::string_view command) {
-  static constexpr std::array<std::string_view, 34> built = {
+  static constexpr std::array<std::string_view, 40> built = {
       "file.new", "file.open", "file.save", "file.save_as", "file.exit", "file.recent", "file.export_spss",
       "file.export_tab", "edit.type_control_on", "edit.type_control_off", "edit.undo", "edit.redo", "edit.cut",
       "edit.copy", "edit.paste", "edit.delete", "edit.find_replace", "data.insert_cases", "data.delete_cases",
       "data.go_to_case", "data.sort_cases", "variables.insert", "variables.delete", "variables.go_to",
       "variables.default", "transform.univariate", "transform.bivariate", "transform.statistical",
       "transform.recode", "transform.count", "settings.font", "settings.language", "settings.decimal_separator",
-      "view.output",
+      "view.output", "data.merge_cases", "data.merge_variables", "data.split", "data.verification",
+      "view.error_list", "settings.cell_control",
   };
   return std::find(built.begin(), built.end(), command) != built.end();
 }

@@ -186,6 +186,16 @@ bool IsPrintedExponentForm(const std::string& s, char separator) {
 
 }  // namespace
 
+std::size_t CleanLengthWithoutTrailingZeros(std::string_view s) {
+  std::size_t sep = s.find_first_of(".,");
+  if (sep == std::string_view::npos) return std::string_view::npos;
+  std::size_t end = s.size();
+  while (end > sep + 1 && s[end - 1] == '0') --end;
+  if (end == sep + 1) end = sep;
+  if (end == s.size() || !IsCleanNumber(s.substr(0, end))) return std::string_view::npos;
+  return end;
+}
+
 bool CleanPlainDecimal(std::string_view s, char separator, std::string& out) {
   constexpr std::size_t kMaxDigits = 13;  // as IsCleanNumber: well inside a double's 15
   constexpr std::size_t kMaxDecimals = 11;

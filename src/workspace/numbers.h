@@ -98,7 +98,7 @@ bool CleanPlainDecimal(std::string_view text, char separator, std::string& out);
 // decimals without a trailing zero, at most 13 significant digits, and no value below
 // 0.0001 other than 0. Loaders use it to skip the parse and print of ordinary numbers.
 // Inline, as a load asks it of every numeric cell.
-inline bool IsCleanNumber(std::string_view s) {
+[[gnu::always_inline]] inline bool IsCleanNumber(std::string_view s) {
   constexpr std::size_t kMaxDigits = 13;  // well inside what a double prints back exactly
   auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
   std::size_t i = 0, n = s.size();
@@ -119,6 +119,16 @@ inline bool IsCleanNumber(std::string_view s) {
   std::size_t zeros = 0;
   while (s[fracBegin + zeros] == '0') ++zeros;
   return zeros <= 3;
+}
+
+// The length of the start of a number's text that is already its cleaned form, apart
+// from the decimal separator: the whole text when IsCleanNumber holds, and without its
+// trailing decimal zeros (and a separator left bare) when what remains is clean ("48.90"
+// -> 4, "100.000" -> 3); npos when cleaning must write a new text. Lets a load keep a
+// number as other programs write it without copying it.
+std::size_t CleanLengthWithoutTrailingZeros(std::string_view s);
+[[gnu::always_inline]] inline std::size_t CleanPrefixLength(std::string_view s) {
+  return IsCleanNumber(s) ? s.size() : CleanLengthWithoutTrailingZeros(s);
 }
 
 }  // namespace tarvika

@@ -13,8 +13,6 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 #include "lang/cp1250.h"
@@ -23,6 +21,7 @@
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
 #include "workspace/text_files.h"
+#include "workspace/two_threads.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -157,7 +156,7 @@ void ReadHeader(InputFile& in, Tables& t, const Workspace& ws, bool continuation
       ApplyVariables(t);
       t.declaredCases = m;
       t.data.SetRowCount(1);
-      t.data.SetRowCount(static_cast<int>(std::min<long long>(m, t.caseBound)) + 1);
+      t.data.SetRowCount(static_cast<int>(std::min<long long>(m, t.caseBound)) + 1, ws.loadThreads);
       t.touched = true;
       ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m,
                                   ws.Text(" case)", " eset)")));
@@ -322,7 +321,10 @@ class RowCutter {
       }
       if (cut && numeric_[c] && !field.empty()) {
         const char* s = SeparatorOf(field);
-        if (!IsCleanNumber(field) || (s != nullptr && *s != sep_)) {
+        const std::size_t clean = s == nullptr || *s == sep_ ? CleanPrefixLength(field) : std::string_view::npos;
+        if (clean != std::string_view::npos) {
+          field = std::string_view(field.data(), clean);  // trailing decimal zeros dropped in place
+        } else {
           changed_.assign(field);
           CleanNumericField(changed_, sep_);
           field = changed_;
@@ -383,60 +385,72 @@ std::size_t SplitPoint(const std::vector<std::string_view>& lines, int n) {
   return 0;
 }
 
-// Reads the m data lines into the workspace, a batch of lines at a time; each batch is cut
-// by two threads when the workspace allows it, with the same cells as one would give.
-void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
-  constexpr std::size_t kBatchRows = 16384;
-  constexpr std::size_t kSplitRows = 2048;  // fewer rows are not worth a thread
-  DataMatrix& data = ws.data;
-  const int m = data.NumberOfCases();
-  RowCutter first(data, t.numeric, ws.decimalSeparator), second(data, t.numeric, ws.decimalSeparator);
-  std::string batch, carried;
+// A batch of data lines, copied out of the file's buffer: the bytes and where each line
+// ends. `ended` when the file ran out before the lines wanted.
+struct LineBatch {
+  std::string bytes;
   std::vector<std::size_t> ends;
-  std::vector<std::string_view> lines;
-  std::string_view raw;
   bool ended = false;
-  for (int r0 = 1; r0 <= m && !ended;) {
-    batch.clear();
+
+  void Read(InputFile& in, std::size_t wanted) {
+    bytes.clear();
     ends.clear();
-    const std::size_t wanted = std::min<std::size_t>(kBatchRows, static_cast<std::size_t>(m - r0 + 1));
+    ended = false;
+    std::string_view raw;
     while (ends.size() < wanted) {
       if (!in.NextRaw(raw)) {
         ended = true;
-        break;
+        return;
       }
-      batch.append(raw);
-      ends.push_back(batch.size());
+      bytes.append(raw);
+      ends.push_back(bytes.size());
     }
-    ShowRowProgress(ws, r0, r0 + static_cast<int>(ends.size()), m);
+  }
+};
+
+// Reads the m data lines into the workspace, a batch of lines at a time; each batch is cut
+// by two threads when the workspace allows it, with the same cells as one would give, while
+// a third reads the next batch.
+void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
+  static constexpr std::size_t kBatchRows = 16384;
+  constexpr std::size_t kSplitRows = 2048;  // fewer rows are not worth a thread
+  DataMatrix& data = ws.data;
+  const int m = data.NumberOfCases();
+  const bool threads = ws.loadThreads > 1;
+  RowCutter first(data, t.numeric, ws.decimalSeparator), second(data, t.numeric, ws.decimalSeparator);
+  auto wanted = [m](int r0) { return std::min<std::size_t>(kBatchRows, static_cast<std::size_t>(std::max(m - r0 + 1, 0))); };
+  LineBatch batch, next;
+  std::string carried;
+  std::vector<std::string_view> lines;
+  bool ended = false;
+  if (m >= 1) batch.Read(in, wanted(1));
+  for (int r0 = 1; r0 <= m;) {
+    ShowRowProgress(ws, r0, r0 + static_cast<int>(batch.ends.size()), m);
     lines.clear();
-    for (std::size_t k = 0, begin = 0; k < ends.size(); begin = ends[k++]) {
-      lines.emplace_back(batch.data() + begin, ends[k] - begin);
+    for (std::size_t k = 0, begin = 0; k < batch.ends.size(); begin = batch.ends[k++]) {
+      lines.emplace_back(batch.bytes.data() + begin, batch.ends[k] - begin);
     }
-    const std::size_t split = ws.loadThreads > 1 && lines.size() >= kSplitRows ? SplitPoint(lines, data.NumberOfVariables()) : 0;
+    const int nextR0 = r0 + static_cast<int>(lines.size());
+    const std::size_t nextWanted = batch.ended ? 0 : wanted(nextR0);
+    const std::size_t split = threads && lines.size() >= kSplitRows ? SplitPoint(lines, data.NumberOfVariables()) : 0;
     auto cut = [&lines, r0](RowCutter& cutter, std::size_t from, std::size_t to) {
       for (std::size_t k = from; k < to; ++k) cutter.Row(r0 + static_cast<int>(k), lines[k]);
     };
-    RowCutter* last = &first;
-    if (split > 0) {
-      std::thread helper;
-      try {
-        helper = std::thread(cut, std::ref(second), split, lines.size());
-      } catch (const std::system_error&) {
-        cut(second, split, lines.size());  // no thread to be had: the same cells, later
-      }
-      cut(first, 0, split);
-      if (helper.joinable()) helper.join();
-      last = &second;
-    } else {
-      cut(first, 0, lines.size());
-    }
+    auto cutBatch = [&] {
+      RunOnTwoThreads(split > 0, [&] { cut(second, split, lines.size()); }, [&] { cut(first, 0, split > 0 ? split : lines.size()); });
+    };
+    RunOnTwoThreads(threads && nextWanted > 0, [&] { next.Read(in, nextWanted); }, cutBatch);
     first.StoreLongCells();
     second.StoreLongCells();
-    r0 += static_cast<int>(lines.size());
-    t.casesRead = r0 - 1;
-    last->KeepField(carried);  // the lines are about to go
+    t.casesRead = nextR0 - 1;
+    (split > 0 ? second : first).KeepField(carried);  // the lines are about to go
     first.field = carried;
+    if (batch.ended) {
+      ended = true;
+      break;
+    }
+    std::swap(batch, next);
+    r0 = nextR0;
   }
   if (ended) throw DamagedFile{};
   if (t.declaredCases > m) throw DamagedFile{};  // more cases claimed than the file can hold

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "workspace/two_threads.h"
+
 namespace tarvika {
 
 std::uint64_t StringTable::OffsetOf(const Slot& s) {
@@ -18,7 +20,7 @@ std::uint32_t StringTable::LongLength(const ColumnStore& col, const Slot& s) {
 }
 
 std::string_view StringTable::View(const ColumnStore& col, const Slot& s) {
-  if (!IsLong(s)) return std::string_view(reinterpret_cast<const char*>(s.bytes), s.bytes[7]);
+  if (!IsLong(s)) return std::string_view(reinterpret_cast<const char*>(s.bytes), InlineLength(s));
   return std::string_view(col.arena.data() + OffsetOf(s) + sizeof(std::uint32_t), LongLength(col, s));
 }
 
@@ -27,11 +29,9 @@ void StringTable::Release(ColumnStore& col, const Slot& s) {
 }
 
 void StringTable::Store(ColumnStore& col, Slot& slot, std::string_view s) {
-  if (s.size() <= kInlineMax) {
+  if (FitsSlot(s)) {
     Release(col, slot);
-    slot = EmptySlot();
-    std::memcpy(slot.bytes, s.data(), s.size());
-    slot.bytes[7] = static_cast<unsigned char>(s.size());
+    slot = InlineSlot(s);
     return;
   }
   auto len = static_cast<std::uint32_t>(s.size());
@@ -83,18 +83,24 @@ void StringTable::SetColCount(int n) {
   for (std::size_t c = old; c < columns_.size(); ++c) columns_[c].cells.assign(rows_, EmptySlot());
 }
 
-void StringTable::SetRowCount(int n) {
+void StringTable::SetRowCount(int n, int threads) {
   n = std::max(n, 0);
   if (n == rows_) return;
-  for (ColumnStore& col : columns_) {
-    if (n < rows_) {
-      for (int r = n; r < rows_; ++r) Release(col, col.cells[r]);
-      col.cells.resize(n);
-      if (col.garbage > 0 && col.garbage * 2 > col.arena.size()) Compact(col);
-    } else {
-      col.cells.resize(n, EmptySlot());
+  auto resize = [this, n](std::size_t from, std::size_t step) {
+    for (std::size_t c = from; c < columns_.size(); c += step) {
+      ColumnStore& col = columns_[c];
+      if (n < rows_) {
+        for (int r = n; r < rows_; ++r) Release(col, col.cells[r]);
+        col.cells.resize(n);
+        if (col.garbage > 0 && col.garbage * 2 > col.arena.size()) Compact(col);
+      } else {
+        col.cells.resize(n, EmptySlot());
+      }
     }
-  }
+  };
+  constexpr long long kWorthAThread = 1 << 22;  // new slots
+  const bool split = threads > 1 && static_cast<long long>(n - rows_) * ColCount() >= kWorthAThread;
+  RunOnTwoThreads(split, [&] { resize(1, 2); }, [&] { resize(0, 2); });  // odd and even columns
   rows_ = n;
 }
 

@@ -128,6 +128,44 @@ TEST(CellJournal, InterleavedUndoAndRedoReturnTheTablesExactly) {
   EXPECT_EQ(Dump(ws), last);
 }
 
+// Commands and a typed cell in turn: each undo takes back exactly one of them and each redo
+// does it again, through the journal alone; a new command after undos keeps the redo entries.
+TEST(CellJournal, OneStepIsOneCommandOrKeystroke) {
+  auto p = SmallProject();
+  Workspace& ws = p.ws;
+  Journals j;
+  std::vector<std::string> states{Dump(ws)};
+  ASSERT_TRUE(j.Around(ws, [&] { return InsertCases(ws, 1, CasePlace::BeforeActual, 1); }));
+  states.push_back(Dump(ws));
+  ASSERT_TRUE(j.Around(ws, [&] { return InsertVariables(ws, 1, VariablePlace::First); }));
+  states.push_back(Dump(ws));
+  // The second command's tables before it are the first one's after it: one entry, shared.
+  EXPECT_EQ(j.data.Count(), 4);
+  Type(ws, j.data, ActiveTable::DataTabl, 1, 1, "7");
+  states.push_back(Dump(ws));
+  p.user.QueueAnswer(Answer::Yes);
+  ASSERT_TRUE(j.Around(ws, [&] { return DeleteCases(ws, 3, 3); }));
+  states.push_back(Dump(ws));
+
+  for (int i = static_cast<int>(states.size()) - 2; i >= 0; --i) {
+    j.data.Undo(ws);
+    EXPECT_EQ(Dump(ws), states[i]) << "undo to " << i;
+  }
+  EXPECT_FALSE(j.data.CanUndo());
+  for (std::size_t i = 1; i < states.size(); ++i) {
+    j.data.Redo(ws);
+    EXPECT_EQ(Dump(ws), states[i]) << "redo to " << i;
+  }
+  j.data.Undo(ws);
+  j.data.Undo(ws);
+  ASSERT_EQ(Dump(ws), states[2]);
+  ASSERT_TRUE(j.Around(ws, [&] { return InsertCases(ws, 2, CasePlace::BeforeActual, 1); }));
+  j.data.Undo(ws);
+  EXPECT_EQ(Dump(ws), states[2]);
+  while (j.data.CanRedo()) j.data.Redo(ws);
+  EXPECT_EQ(Dump(ws), states.back());
+}
+
 TEST(UndoCopies, SavedAndRestoredUnderTheProgramFolder) {
   auto p = SmallProject();
   Workspace& ws = p.ws;

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QMenu>
 #include <QTableWidget>
 #include <QItemSelectionModel>
 #include <QtTest>
@@ -21,23 +22,13 @@
 namespace fs = std::filesystem;
 using namespace tarvika;
 
+using tarvika::test::Bytes;
+using tarvika::test::Column;
+
 namespace {
 
 QString Cell(QTableView* view, int row, int column) {
   return view->model()->data(view->model()->index(row, column), Qt::EditRole).toString();
-}
-
-std::string Bytes(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-QStringList Column(QTableView* view, int column) {
-  QStringList cells;
-  for (int r = 0; r < view->model()->rowCount(); ++r) cells << Cell(view, r, column);
-  return cells;
 }
 
 void Select(QTableView* view, int row1, int col1, int row2, int col2) {
@@ -66,6 +57,10 @@ class MenuCommandsTest : public QObject {
     for (const char* command : {"edit.undo", "edit.copy", "edit.paste", "data.sort_cases", "variables.insert"})
       QVERIFY2(window.MenuAction(command)->isEnabled(), command);
     QVERIFY(!window.MenuAction("file.print")->isEnabled());
+    // The grid's context menu holds the same actions.
+    std::unique_ptr<QMenu> context(window.GridContextMenu());
+    QVERIFY(context->actions().contains(window.MenuAction("edit.paste")));
+    QVERIFY(context->actions().contains(window.MenuAction("data.delete_cases")));
 
     // Sort by a key, descending: empty cells last; undo gives the old order, redo the sorted one.
     user.QueueText("kor:desc");

@@ -4,11 +4,14 @@
 
 #include <QListWidget>
 #include <QPushButton>
+#include <QTableView>
 #include <QtTest>
 
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
 
 #include "ui/analysis_form.h"
@@ -46,6 +49,21 @@ inline QString CliReport(const std::string& arguments) {
   for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) out.append(buffer.data(), n);
   pclose(pipe);
   return QString::fromStdString(out).replace("\r\n", "\n");
+}
+
+// The bytes of a file, to compare the window's file with the command line's.
+inline std::string Bytes(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The cells of a grid's column, as the cells hold them.
+inline QStringList Column(QTableView* view, int column) {
+  QStringList cells;
+  for (int r = 0; r < view->model()->rowCount(); ++r) cells << view->model()->data(view->model()->index(r, column), Qt::EditRole).toString();
+  return cells;
 }
 
 // Selects the names in the form's source list and presses the button.

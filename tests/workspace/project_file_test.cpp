@@ -158,6 +158,19 @@ TEST_F(ProjectFileTest, TwoThreadsLoadTheSameTablesAsOne) {
   EXPECT_EQ(Cell(1, 8192), "-0.57");  // the field carried into a tabless row's columns
   EXPECT_EQ(Cell(3, 8192), "-0.57");
   EXPECT_EQ(Cell(4, 8192), "7.1");
+  // A file that ends inside its third batch: the same damage told, the same cells kept.
+  std::size_t cut = 0;
+  for (int line = 0; line < 20000 + 170; ++line) cut = text.find('\n', cut) + 1;
+  const std::string shortPath = Write("short.msw", text.substr(0, cut));
+  std::vector<std::string> told[2];
+  for (int threads : {1, 2}) {
+    ws.loadThreads = threads;
+    user.told.clear();
+    EXPECT_EQ(LoadProject(ws, shortPath), LoadResult::Damaged);
+    told[threads - 1] = user.told;
+    EXPECT_EQ(Cell(2, 16386), "-0.57");
+  }
+  EXPECT_EQ(told[0], told[1]);
 }
 
 TEST_F(ProjectFileTest, CleanNumberShortcutAgreesWithCleanNumber) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "workspace/string_table.h"
@@ -39,6 +40,29 @@ TEST(StringTable, OverwritingKeepsNeighboursAndReclaimsSpace) {
   // 1000 cells of about 12 bytes: the arena must not have kept the garbage of 21 rounds.
   EXPECT_LT(t.MemoryBytes(), 100000u);
   EXPECT_EQ(t.GetCell(0, 5), "");
+}
+
+TEST(StringTable, TextsAroundTheSlotWidthReadBackAsWritten) {
+  // Eight bytes fit the slot unless the last one could be read as a length or the long
+  // mark; each width is written over each other, so inline and arena cells trade places.
+  const std::string texts[] = {"",         "1234567",   "-945.982", "12345678", std::string("1234567\x03", 8),
+                               std::string("1234567\xff", 8), "123456789", "abcdefgh\xc3\xa1", std::string(1, '\0')};
+  StringTable t(1, 1);
+  for (const std::string& a : texts) {
+    for (const std::string& b : texts) {
+      t.SetCell(0, 0, a);
+      ASSERT_EQ(t.GetCell(0, 0), a);
+      t.SetCell(0, 0, b);
+      ASSERT_EQ(t.GetCell(0, 0), b);
+      const std::size_t cut = std::min<std::size_t>(1, b.size());
+      t.SetCell(0, 0, t.GetCell(0, 0).substr(cut));  // a part of the cell's own text
+      ASSERT_EQ(t.GetCell(0, 0), b.substr(cut));
+    }
+  }
+  StringTable fresh(1, 1);
+  EXPECT_TRUE(fresh.SetShortCell(0, 0, "-945.982"));
+  EXPECT_FALSE(fresh.SetShortCell(0, 0, std::string("1234567\xff", 8)));
+  EXPECT_EQ(fresh.MemoryBytes(), StringTable(1, 1).MemoryBytes());  // no arena for 8 digits
 }
 
 TEST(StringTable, ResizesInsertsAndDeletesWholeRowsAndColumns) {
