@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "../project_load/synthetic_project.h"
@@ -47,10 +48,10 @@ struct Folder {
   }
 };
 
-Folder& TheFolder() {
-  static Folder folder;
-  return folder;
-}
+// Made by main before anything is timed, and gone before the application ends.
+std::unique_ptr<Folder> folder;
+
+Folder& TheFolder() { return *folder; }
 
 // The program as it runs: the session started over the folder and its window shown.
 struct Program {
@@ -86,11 +87,17 @@ void BM_OpenProjectAndPaintFirstPage(benchmark::State& state) {
 BENCHMARK(BM_OpenProjectAndPaintFirstPage)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(5)
     ->ReportAggregatesOnly(true);
 
+// The window with the project open, for the frames; closed by main before the application ends.
+std::unique_ptr<Program> openProgram;
+
 Program& TheOpenProgram() {
-  static Program program;
-  static bool opened = program.window->OpenFile(QString::fromStdString(TheFolder().project.string()));
-  if (!opened) throw std::runtime_error("the project didn't open");
-  return program;
+  if (!openProgram) {
+    openProgram = std::make_unique<Program>();
+    if (!openProgram->window->OpenFile(QString::fromStdString(TheFolder().project.string()))) {
+      throw std::runtime_error("the project didn't open");
+    }
+  }
+  return *openProgram;
 }
 
 // Whether the row of the last case lies inside the grid's viewport.
@@ -141,8 +148,10 @@ int main(int argc, char** argv) {
     if (!message.contains("propagateSizeHints")) std::fprintf(stderr, "%d: %s\n", type, qPrintable(message));
   });
   QApplication app(argc, argv);
-  TheFolder();  // the file is written before anything is timed
+  folder = std::make_unique<Folder>();  // the file is written before anything is timed
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
+  openProgram.reset();
+  folder.reset();
   return 0;
 }
