@@ -11,9 +11,9 @@
 namespace tarvika {
 
 // Calls work(0, stop) on the calling thread and, with two parts, work(1, stop) on a second
-// thread (after part 0 when none can start). Only part 0 may show progress or end the run:
-// when it throws, stop becomes true, part 1 should return soon, and the exception passes on
-// once both are done. An exception of part 1 passes on from here too.
+// thread (after the first when none can start). Only the first may show progress or end
+// the run: when it throws, stop becomes true, the second should return soon, and the
+// exception passes on once both are done. An exception of the second passes on too.
 void RunParts(int parts, const std::function<void(int part, const std::atomic<bool>& stop)>& work);
 
 // How many parts (1 or 2) `items` independent items of `rows` rows each are cut into with
