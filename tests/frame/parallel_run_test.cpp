@@ -1,5 +1,5 @@
-// The analyses that cut their work by variable or by pair give the same report bytes with
-// two threads as with one, and a cancel asked on the calling thread still ends the run.
+// The analyses that cut their work by variable, dependent or pair give the same report bytes
+// with two threads as with one, and a cancel asked on the calling thread still ends the run.
 
 #include <gtest/gtest.h>
 
@@ -36,16 +36,29 @@ MemoryWorkspace LargeProject() {
   return m;
 }
 
-std::string Report(MemoryWorkspace& m, DialogKind kind, int code, const std::vector<std::string>& settings,
-                   const std::string& conditional = "g") {
-  AnalysisDialog dialog(AllCommands(), kind);
-  dialog.commandCode = code;
-  dialog.selected = {"x1", "x2", "x3", "x4", "x5"};
-  dialog.conditional = conditional;
-  for (const std::string& s : settings) {
+struct Command {
+  DialogKind kind;
+  int code;
+  std::vector<std::string> settings;  // "name=value" or "name:variable=value"
+  std::vector<std::string> selected = {"x1", "x2", "x3", "x4", "x5"};
+  std::string conditional = "g";
+  std::vector<std::string> grouping = {};
+};
+
+std::string Report(MemoryWorkspace& m, const Command& c) {
+  AnalysisDialog dialog(AllCommands(), c.kind);
+  dialog.commandCode = c.code;
+  dialog.selected = c.selected;
+  dialog.conditional = c.conditional;
+  dialog.grouping = c.grouping;
+  for (const std::string& s : c.settings) {
     std::string error;
-    const std::size_t eq = s.find('=');
-    EXPECT_TRUE(dialog.Set(s.substr(0, eq), s.substr(eq + 1), Language::English, &error)) << error;
+    const std::size_t eq = s.find('='), colon = s.find(':');
+    const bool ok = colon == std::string::npos || colon > eq
+                        ? dialog.Set(s.substr(0, eq), s.substr(eq + 1), Language::English, &error)
+                        : dialog.SetFor(s.substr(0, colon), s.substr(colon + 1, eq - colon - 1), s.substr(eq + 1),
+                                        Language::English, &error);
+    EXPECT_TRUE(ok) << error;
   }
   PreparedRun run = PrepareRun(m.ws, dialog);
   EXPECT_TRUE(run.ok()) << run.error;
@@ -55,21 +68,19 @@ std::string Report(MemoryWorkspace& m, DialogKind kind, int code, const std::vec
 
 TEST(ParallelRun, TwoThreadsWriteTheSameBytesAsOne) {
   MemoryWorkspace m = LargeProject();
-  struct Command {
-    DialogKind kind;
-    int code;
-    std::vector<std::string> settings;
-  };
-  const std::vector<Command> commands = {{DialogKind::SingleSample, 11, {}},
-                                         {DialogKind::SingleSample, 12, {"trimmingPercent=10"}},
-                                         {DialogKind::SingleSample, 15, {}},
-                                         {DialogKind::Relations, 32, {"correlationType=Spearman rho", "listPValues=on"}},
-                                         {DialogKind::Relations, 32, {"correlationType=Kendall tau"}}};
+  const std::vector<Command> commands = {
+      {DialogKind::SingleSample, 11, {}},
+      {DialogKind::SingleSample, 12, {"trimmingPercent=10"}},
+      {DialogKind::SingleSample, 15, {}},
+      {DialogKind::Relations, 32, {"correlationType=Spearman rho", "listPValues=on"}},
+      {DialogKind::Relations, 32, {"correlationType=Kendall tau"}},
+      // Interval and ordinal dependents computed two at a time.
+      {DialogKind::Groups, 21, {"scaleType:x2=ordinal"}, {"x1", "x2", "x3"}, "", {"g"}}};
   for (const Command& c : commands) {
     m.ws.loadThreads = 1;
-    const std::string serial = Report(m, c.kind, c.code, c.settings);
+    const std::string serial = Report(m, c);
     m.ws.loadThreads = 2;
-    const std::string parallel = Report(m, c.kind, c.code, c.settings);
+    const std::string parallel = Report(m, c);
     EXPECT_GT(serial.size(), 1000u) << c.code;
     EXPECT_EQ(serial, parallel) << c.code;
   }
@@ -77,7 +88,7 @@ TEST(ParallelRun, TwoThreadsWriteTheSameBytesAsOne) {
   // Without a conditional variable the first progress message is the data pass's: a cancel
   // there ends the run with its closing line.
   m.ws.hooks.cancelAsked = [] { return true; };
-  const std::string cancelled = Report(m, DialogKind::SingleSample, 11, {}, "");
+  const std::string cancelled = Report(m, {DialogKind::SingleSample, 11, {}, {"x1", "x2", "x3", "x4", "x5"}, ""});
   EXPECT_NE(cancelled.find("The analysis was cancelled."), std::string::npos);
   EXPECT_EQ(cancelled.find("X_max"), std::string::npos);
 }
