@@ -9,6 +9,7 @@
 
 #include "analyses/command_table.h"
 #include "frame/analysis_dialogs.h"
+#include "support/dialog_settings.h"
 #include "support/memory_workspace.h"
 
 namespace tarvika {
@@ -51,15 +52,7 @@ std::string Report(MemoryWorkspace& m, const Command& c) {
   dialog.selected = c.selected;
   dialog.conditional = c.conditional;
   dialog.grouping = c.grouping;
-  for (const std::string& s : c.settings) {
-    std::string error;
-    const std::size_t eq = s.find('='), colon = s.find(':');
-    const bool ok = colon == std::string::npos || colon > eq
-                        ? dialog.Set(s.substr(0, eq), s.substr(eq + 1), Language::English, &error)
-                        : dialog.SetFor(s.substr(0, colon), s.substr(colon + 1, eq - colon - 1), s.substr(eq + 1),
-                                        Language::English, &error);
-    EXPECT_TRUE(ok) << error;
-  }
+  testing::ApplySettings(dialog, c.settings);
   PreparedRun run = PrepareRun(m.ws, dialog);
   EXPECT_TRUE(run.ok()) << run.error;
   EXPECT_TRUE(RunRequest(m.ws, run.request));
