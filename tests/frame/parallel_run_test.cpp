@@ -63,6 +63,7 @@ TEST(ParallelRun, TwoThreadsWriteTheSameBytesAsOne) {
   MemoryWorkspace m = LargeProject();
   const std::vector<Command> commands = {
       {DialogKind::SingleSample, 11, {}},
+      {DialogKind::SingleSample, 12, {}},
       {DialogKind::SingleSample, 12, {"trimmingPercent=10"}},
       {DialogKind::SingleSample, 15, {}},
       {DialogKind::Relations, 32, {"correlationType=Spearman rho", "listPValues=on"}},
