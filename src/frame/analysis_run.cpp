@@ -49,6 +49,8 @@ void AnalysisRun::ShowProgress(std::string_view text) const {
   if (!text.empty() && ws.hooks.cancelAsked && ws.hooks.cancelAsked()) throw RunCancelled{};
 }
 
+int AnalysisRun::Threads() const { return ws.loadThreads; }
+
 void AnalysisRun::ShowCaseProgress(int row) const { ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row)); }
 
 void AnalysisRun::FindGroupRows() {

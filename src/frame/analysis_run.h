@@ -54,6 +54,10 @@ class AnalysisRun {
   void ShowProgress(std::string_view text) const;
   // "Case: " row on the status line.
   void ShowCaseProgress(int row) const;
+  // The threads an analysis may share its independent parts among (RunParts in
+  // numeric/parallel_parts.h): the workspace's setting. Only the calling thread shows
+  // progress; the report is written after the parts have joined, in the serial order.
+  int Threads() const;
 
   // Reads the variables of the index; made once the report has parsed the missing codes.
   const DataFeed& Feed() const { return *feed_; }
@@ -71,8 +75,9 @@ class AnalysisRun {
 
   // Calls f(row, x) for every valid value of the variable in the current group, in case
   // order, read as ReadRow reads it (empty, foreign text and missing codes are left out).
+  // A pass on a second thread (RunParts) tells no progress: tellProgress false.
   template <typename F>
-  void ForEachValue(int variable, F f) const;
+  void ForEachValue(int variable, F f, bool tellProgress = true) const;
   // Calls f(row, x, y) for every case of the current group in which both variables are
   // valid, in case order.
   template <typename F>
@@ -80,7 +85,7 @@ class AnalysisRun {
   // Calls f(row, values) for every case of the current group in which all the variables
   // are valid; values[1..] in the order given.
   template <typename F>
-  void ForEachComplete(std::vector<int> variables, F f) const;
+  void ForEachComplete(std::vector<int> variables, F f, bool tellProgress = true) const;
 
   // Calls writeGroup once for each group that has cases, in order, with Group() and
   // GroupRows() set.
@@ -99,7 +104,7 @@ class AnalysisRun {
 };
 
 template <typename F>
-void AnalysisRun::ForEachComplete(std::vector<int> variables, F f) const {
+void AnalysisRun::ForEachComplete(std::vector<int> variables, F f, bool tellProgress) const {
   const int count = static_cast<int>(variables.size());
   variables.insert(variables.begin(), 0);
   DataFeed feed(ws, report.Missing(), std::move(variables));
@@ -107,7 +112,7 @@ void AnalysisRun::ForEachComplete(std::vector<int> variables, F f) const {
   std::vector<std::uint8_t> missing(count + 1, 1);
   int seen = 0;
   for (int row : rows_) {
-    if (++seen % 10000 == 0) ShowCaseProgress(row);
+    if (++seen % 10000 == 0 && tellProgress) ShowCaseProgress(row);
     feed.ReadRow(row, count, value, missing);
     bool complete = true;
     for (int i = 1; i <= count && complete; ++i) complete = !missing[i];
@@ -116,8 +121,8 @@ void AnalysisRun::ForEachComplete(std::vector<int> variables, F f) const {
 }
 
 template <typename F>
-void AnalysisRun::ForEachValue(int variable, F f) const {
-  ForEachComplete({variable}, [&](int row, const std::vector<double>& v) { f(row, v[1]); });
+void AnalysisRun::ForEachValue(int variable, F f, bool tellProgress) const {
+  ForEachComplete({variable}, [&](int row, const std::vector<double>& v) { f(row, v[1]); }, tellProgress);
 }
 
 template <typename F>

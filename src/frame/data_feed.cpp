@@ -73,8 +73,8 @@ const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
   const std::size_t bytes = (static_cast<std::size_t>(m) + 1) * (sizeof(double) + 1);
   if (m < 1 || denseBytes_ + bytes > kBudget) return nullptr;
   auto column = std::make_unique<DenseColumn>();
-  column->values.resize(m + 1);
-  column->missing.resize(m + 1);
+  column->values.reset(new double[m + 1]);
+  column->missing.reset(new std::uint8_t[m + 1]);
   auto convert = [this, i, &column](int from, int to) {
     for (int row = from; row <= to; ++row) column->missing[row] = ConvertCell(row, i, column->values[row]);
   };

@@ -1,7 +1,7 @@
 #pragma once
 // The data feed: turns selected cells into numbers with a missing flag, evaluates the
-// declared missing codes, and sorts cases into the groups of a grouping variable. It works
-// row by row on the cell texts; there is no numeric copy of the data.
+// declared missing codes, and sorts cases into the groups of a grouping variable. A column
+// is converted whole on its first read (within a memory budget; beyond it, cell by cell).
 
 #include <cstdint>
 #include <memory>
@@ -36,6 +36,10 @@ class DataFeed {
   void ReadRow(int row, int count, std::vector<double>& values, std::vector<std::uint8_t>& missings) const;
   // Position i of the feed in one case, read as ReadRow reads it; true when it is missing.
   bool ReadPosition(int row, int i, double& value) const;
+  // Position i of one case read from its cell, as ReadPosition reads it, but never through
+  // the column's converted copy: for a pass that reads each cell once, where the copy costs
+  // more than it saves. It changes nothing in the feed, so threads may call it at once.
+  bool ReadCell(int row, int i, double& value) const { return ConvertCell(row, i, value); }
 
   // One cell. Unlike ReadRow, a text that isn't a number reads as the valid value 0, so
   // that foreign text in a grouping variable falls into the group of code 0. An empty cell
@@ -46,10 +50,12 @@ class DataFeed {
   bool IsMissingCode(int variable, double x) const;
 
  private:
-  // The value and missing flag of each row of one column.
+  // The value and missing flag of each row of one column, left uninitialised when made:
+  // each part of the conversion touches its own rows first, so the pages are mapped by the
+  // threads that fill them.
   struct DenseColumn {
-    std::vector<double> values;
-    std::vector<std::uint8_t> missing;
+    std::unique_ptr<double[]> values;
+    std::unique_ptr<std::uint8_t[]> missing;
   };
   bool ConvertCell(int row, int i, double& value) const;
   const DenseColumn* Dense(int i) const;

@@ -7,6 +7,7 @@
 #include "groups/one_way_means.h"
 #include "groups/one_way_ranks.h"
 #include "lang/utf8.h"
+#include "numeric/parallel_parts.h"
 #include "relations/crosstab.h"
 
 namespace tarvika {
@@ -58,20 +59,35 @@ void OneWayIndependent(AnalysisRun& run) {
                                   Utf8Prefix(run.Groups().distinctNames[run.Group()], 22)));
     }
     OneWayGroupState state;
-    std::vector<RankSummaryRow> rankSummary;  // the ordinal dependents' rows
-    for (int i = 1; i <= index.analysed; ++i) {
+    // The interval and ordinal dependents are computed two at a time side by side (each
+    // reads and computes only its own), then written in their order.
+    auto scaleOf = [&](int i) { return run.request.scaleKind[index.columns[i]]; };
+    auto compute = [&](int i) {
       const int dependent = index.columns[i];
-      const int scale = run.request.scaleKind[dependent];
-      if (scale == kScaleGroupDefined) {
-        WriteCrosstab(run, grouping, dependent, CrosstabSections{});
-      } else if (scale == kScaleDiscrete) {
-        CompareOrdinalDependent(run, dependent, state, rankSummary);
-      } else {
-        CompareIntervalDependent(run, dependent, state);
+      return scaleOf(i) == kScaleDiscrete ? ComputeOrdinalDependent(run, dependent)
+                                          : ComputeIntervalDependent(run, dependent);
+    };
+    std::vector<DependentWriter> computed(index.analysed + 1);
+    for (int i = 1; i <= index.analysed; ++i) {
+      if (scaleOf(i) == kScaleGroupDefined) {
+        WriteCrosstab(run, grouping, index.columns[i], CrosstabSections{});
+        continue;
       }
+      if (!computed[i]) {
+        int next = i + 1;
+        while (next <= index.analysed && scaleOf(next) == kScaleGroupDefined) ++next;
+        const long long rows = static_cast<long long>(run.GroupRows().size());
+        const int parts = next <= index.analysed ? PartsFor(run.Threads(), 2, rows) : 1;
+        RunParts(parts, [&](int part, const std::atomic<bool>&) {
+          const int which = part == 0 ? i : next;
+          computed[which] = compute(which);
+        });
+      }
+      computed[i](state);
+      computed[i] = nullptr;  // its values and ranks go before the next pair is computed
     }
     WriteOneWaySummaries(run, state.summary);
-    WriteRankSummaries(run, rankSummary);
+    WriteRankSummaries(run, state.rankSummary);
   });
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "frame/analysis_run.h"
 #include "frame/number_text.h"
@@ -594,6 +595,8 @@ void IntervalPass::WriteTrimmed() {
 
 }  // namespace
 
+bool OneWayGroupTooSmall(const AnalysisRun& run) { return run.GroupRows().size() < 5; }
+
 bool WriteOneWayHeading(AnalysisRun& run, OneWayGroupState& state) {
   if (state.headingWritten) return !state.tooFewCases;
   state.headingWritten = true;
@@ -610,7 +613,7 @@ bool WriteOneWayHeading(AnalysisRun& run, OneWayGroupState& state) {
   const int grouping = run.index.columns[run.index.grouping];
   r.Line(std::string(run.T("Grouping variable: ", "Csoportosító változó: ")) +
          NameWithLong(run.ws, grouping));
-  if (cases < 5) {
+  if (OneWayGroupTooSmall(run)) {
     r.Line(fmt::format("{}{}",
                        run.T("Number of cases within this group: N = ", "Az esetek száma a csoportban: N = "),
                        cases));
@@ -626,20 +629,23 @@ bool WriteOneWayHeading(AnalysisRun& run, OneWayGroupState& state) {
   return true;
 }
 
-void CompareIntervalDependent(AnalysisRun& run, int dependent, OneWayGroupState& state) {
-  if (!WriteOneWayHeading(run, state)) return;
-  IntervalPass pass(run, dependent);
-  if (!pass.Read()) {
-    if (run.request.Get(param::kSignificantOnly)) return;
-    pass.WriteHeading();
-    pass.WriteTooFewGroups();
-    return;
-  }
-  pass.Compute();
-  state.summary.push_back(pass.SummaryRow());
-  if (!pass.Kept()) return;
-  pass.WriteHeading();
-  pass.Write();
+DependentWriter ComputeIntervalDependent(AnalysisRun& run, int dependent) {
+  auto pass = std::make_shared<IntervalPass>(run, dependent);
+  const bool read = !OneWayGroupTooSmall(run) && pass->Read();
+  if (read) pass->Compute();
+  return [&run, pass, read](OneWayGroupState& state) {
+    if (!WriteOneWayHeading(run, state)) return;
+    if (!read) {
+      if (run.request.Get(param::kSignificantOnly)) return;
+      pass->WriteHeading();
+      pass->WriteTooFewGroups();
+      return;
+    }
+    state.summary.push_back(pass->SummaryRow());
+    if (!pass->Kept()) return;
+    pass->WriteHeading();
+    pass->Write();
+  };
 }
 
 }  // namespace tarvika

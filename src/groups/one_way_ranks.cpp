@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "frame/analysis_run.h"
 #include "frame/parameter_names.h"
@@ -502,25 +503,27 @@ RankSummaryRow RankPass::SummaryRow() const {
 
 }  // namespace
 
-void CompareOrdinalDependent(AnalysisRun& run, int dependent, OneWayGroupState& state,
-                             std::vector<RankSummaryRow>& summary) {
-  if (!WriteOneWayHeading(run, state)) return;
-  RankPass pass(run, dependent);
-  if (!pass.Read()) {
-    if (run.request.Get(param::kSignificantOnly)) return;
-    ReportWriter& r = run.report;
-    r.BlankLine();
-    r.Line(std::string(run.T("DEPENDENT VARIABLE: ", "FÜGGŐ VÁLTOZÓ: ")) + NameWithLong(run.ws, dependent));
-    r.Line(run.T("Number of groups of size at least 2 is less than 2.",
-                 "A legalább 2 elemű csoportok száma kisebb, mint 2."));
-    r.Line(run.T("No analysis can be performed for this dependent variable.",
-                 "Erre a függő változóra nem végezhető elemzés."));
-    return;
-  }
-  pass.Compute();
-  summary.push_back(pass.SummaryRow());
-  if (!pass.Kept()) return;
-  pass.Write();
+DependentWriter ComputeOrdinalDependent(AnalysisRun& run, int dependent) {
+  auto pass = std::make_shared<RankPass>(run, dependent);
+  const bool read = !OneWayGroupTooSmall(run) && pass->Read();
+  if (read) pass->Compute();
+  return [&run, pass, read, dependent](OneWayGroupState& state) {
+    if (!WriteOneWayHeading(run, state)) return;
+    if (!read) {
+      if (run.request.Get(param::kSignificantOnly)) return;
+      ReportWriter& r = run.report;
+      r.BlankLine();
+      r.Line(std::string(run.T("DEPENDENT VARIABLE: ", "FÜGGŐ VÁLTOZÓ: ")) + NameWithLong(run.ws, dependent));
+      r.Line(run.T("Number of groups of size at least 2 is less than 2.",
+                   "A legalább 2 elemű csoportok száma kisebb, mint 2."));
+      r.Line(run.T("No analysis can be performed for this dependent variable.",
+                   "Erre a függő változóra nem végezhető elemzés."));
+      return;
+    }
+    state.rankSummary.push_back(pass->SummaryRow());
+    if (!pass->Kept()) return;
+    pass->Write();
+  };
 }
 
 }  // namespace tarvika

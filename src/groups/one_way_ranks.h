@@ -4,17 +4,14 @@
 // tests of variances run on the ranks, and the groups are compared by rank tests of
 // stochastic equality (two groups) or homogeneity (more groups).
 
-#include <vector>
-
-#include "groups/one_way_rank_summary.h"
+#include "groups/one_way_means.h"
 
 namespace tarvika {
 
 class AnalysisRun;
-struct OneWayGroupState;
 
-// Compares one dependent and adds its row for the tables across the dependents to summary.
-void CompareOrdinalDependent(AnalysisRun& run, int dependent, OneWayGroupState& state,
-                             std::vector<RankSummaryRow>& summary);
+// Computes the comparison of one ordinal dependent; its writer adds its row for the tables
+// across the dependents to the state's rankSummary.
+DependentWriter ComputeOrdinalDependent(AnalysisRun& run, int dependent);
 
 }  // namespace tarvika

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "frame/number_text.h"
 #include "frame/parameter_names.h"
 #include "lang/utf8.h"
+#include "numeric/parallel_parts.h"
 #include "numeric/probability.h"
 #include "numeric/tolerance.h"
 #include "relations/correlation.h"
@@ -94,10 +96,17 @@ class MatrixReport {
   void WriteIndependence();
   Cell Test(CorrelationKind kind, double value, int df) const;
 
+  // The matrix of the measure; a Kendall one from the measures of the pairs, each pair
+  // computed once for the group.
+  Matrix CoefficientsOf(CorrelationKind kind);
+
   AnalysisRun& run_;
   ReportWriter& r_;
   const Layout& l_;
   std::vector<std::vector<double>> columns_;  // by position in l_.all
+  // Kendall's measures of the ordered pairs of positions (a, b) of this group: the tau-b
+  // and tau matrices and the tests of tau-b all read them.
+  std::map<std::pair<int, int>, KendallMeasures> kendall_;
   int n_ = 0;
 };
 
@@ -109,6 +118,7 @@ void MatrixReport::Read() {
   std::vector<double> value(k + 1, 0);
   std::vector<std::uint8_t> missing(k + 1, 1);
   columns_.assign(k, {});
+  kendall_.clear();
   int seen = 0;
   for (int row : run_.GroupRows()) {
     if (++seen % 10000 == 0) run_.ShowCaseProgress(row);
@@ -152,6 +162,46 @@ GroupMatrices MatrixReport::Write() {
   return out;
 }
 
+Matrix MatrixReport::CoefficientsOf(CorrelationKind kind) {
+  if (!IsKendall(kind)) return CoefficientMatrix(kind, columns_, run_.Threads());
+  const int p = static_cast<int>(columns_.size());
+  if (kendall_.empty()) {
+    // The pairs of the matrix (a < b) and, without controls, those of the cells' tests
+    // below the diagonal: KendallOf(x, y) is kept as it was asked for, in its own order.
+    std::vector<std::pair<int, int>> pairs;
+    for (int a = 0; a < p; ++a) {
+      for (int b = a + 1; b < p; ++b) pairs.emplace_back(a, b);
+    }
+    if (l_.controls.empty()) {
+      for (int row : l_.rows) {
+        for (int column : l_.columns) {
+          const int a = l_.Position(row), b = l_.Position(column);
+          if (a > b) pairs.emplace_back(a, b);
+        }
+      }
+    }
+    std::sort(pairs.begin(), pairs.end());
+    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
+    std::vector<KendallMeasures> measures(pairs.size());
+    const int count = static_cast<int>(pairs.size());
+    const int parts = PartsFor(run_.Threads(), count, n_);
+    RunParts(parts, [&](int part, const std::atomic<bool>&) {
+      for (int k = FirstOfPart(part, parts, count) - 1; k < LastOfPart(part, parts, count); ++k) {
+        measures[k] = KendallOf(columns_[pairs[k].first], columns_[pairs[k].second]);
+      }
+    });
+    for (int k = 0; k < count; ++k) kendall_[pairs[k]] = measures[k];
+  }
+  Matrix m(p, std::vector<double>(p, 1));
+  for (int a = 0; a < p; ++a) {
+    for (int b = a + 1; b < p; ++b) {
+      const KendallMeasures& k = kendall_.at({a, b});
+      m[a][b] = m[b][a] = kind == CorrelationKind::KendallTauB ? k.tauB : k.tau;
+    }
+  }
+  return m;
+}
+
 void MatrixReport::WriteBasicStatistics() {
   r_.BlankLine();
   r_.BeginTitledTable(T("BASIC DESCRIPTIVE STATISTICS", "ALAPSTATISZTIKÁK"),
@@ -170,24 +220,30 @@ void MatrixReport::WriteBasicStatistics() {
 }
 
 std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
-  const Matrix m = CoefficientMatrix(kind, columns_);
+  const int threads = run_.Threads();
+  const Matrix m = CoefficientsOf(kind);
   const int c = static_cast<int>(l_.controls.size());
   const int df = n_ - 2 - c;
   std::vector<int> controlPositions;
   for (int v : l_.controls) controlPositions.push_back(l_.Position(v));
   const bool approximate = IsKendall(kind) && n_ <= kTauTableLastN;
-  std::vector<std::vector<Cell>> cells(l_.rows.size(), std::vector<Cell>(l_.columns.size()));
-  for (std::size_t i = 0; i < l_.rows.size(); ++i) {
-    for (std::size_t j = 0; j < l_.columns.size(); ++j) {
+  const int width = static_cast<int>(l_.columns.size());
+  const int count = static_cast<int>(l_.rows.size()) * width;
+  std::vector<std::vector<Cell>> cells(l_.rows.size(), std::vector<Cell>(width));
+  // The cells are computed side by side (each its own), then written in order below.
+  const int parts = PartsFor(threads, count, n_);
+  RunParts(parts, [&](int part, const std::atomic<bool>&) {
+    for (int k = FirstOfPart(part, parts, count) - 1; k < LastOfPart(part, parts, count); ++k) {
+      const int i = k / width, j = k % width;
       const int a = l_.Position(l_.rows[i]), b = l_.Position(l_.columns[j]);
       const double value = a == b ? 1 : c == 0 ? m[a][b] : PartialCoefficient(m, a, b, controlPositions);
       cells[i][j] = Test(kind, value, df);
       // tau-b of two variables has the test with its ties, as in the analysis of pairs.
       if (kind == CorrelationKind::KendallTauB && c == 0 && a != b && cells[i][j].value != 0) {
-        cells[i][j].p = NormalP2(KendallOf(columns_[a], columns_[b]).zTauB);
+        cells[i][j].p = NormalP2(kendall_.at({a, b}).zTauB);
       }
     }
-  }
+  });
   const Names title = TitleOf(kind, c > 0);
   r_.BlankLine();
   // The p values of small Kendall samples are approximate: their notation, and their
@@ -289,7 +345,7 @@ void MatrixReport::WriteListing(CorrelationKind kind, const std::vector<std::vec
 }
 
 void MatrixReport::WriteIndependence() {
-  const Matrix m = CoefficientMatrix(CorrelationKind::Pearson, columns_);
+  const Matrix m = CoefficientMatrix(CorrelationKind::Pearson, columns_, run_.Threads());
   const double d = Determinant(m);
   const int p = static_cast<int>(m.size());
   r_.BlankLine();

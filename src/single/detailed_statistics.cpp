@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "lang/utf8.h"
+#include "numeric/parallel_parts.h"
 #include "single/single_sample_context.h"
 #include "stats/moments.h"
 
@@ -44,16 +45,53 @@ void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
 }  // namespace
 
 void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations) {
-  const VariableStats& s = c.stats[i];
-  c.values.Reset(s.minimum, s.maximum);
-  c.ForEachValue(i, [&](int, double x) {
-    c.values.Add(x);
-    if (deviations == nullptr) return;
-    const double d = std::fabs(x - deviations->reference);
-    if (d <= kZeroTolerance) return;
-    if (++deviations->count <= 100) deviations->first.push_back(d);
-  });
+  FillValueTable(c, i, c.values, deviations, true);
 }
+
+void FillValueTable(const SingleSampleContext& c, int i, ValueTable& table, Deviations* deviations, bool tellProgress) {
+  const VariableStats& s = c.stats[i];
+  table.Reset(s.minimum, s.maximum);
+  c.ForEachValue(
+      i,
+      [&](int, double x) {
+        table.Add(x);
+        if (deviations == nullptr) return;
+        const double d = std::fabs(x - deviations->reference);
+        if (d <= kZeroTolerance) return;
+        if (++deviations->count <= 100) deviations->first.push_back(d);
+      },
+      tellProgress);
+}
+
+namespace {
+
+// The median of each variable (its mean when its variance is zero), two variables side by
+// side: the second part fills a value table of its own and tells no progress.
+std::vector<double> Medians(SingleSampleContext& c) {
+  const int k = c.index.analysed;
+  std::vector<double> medians(k + 1, 0);
+  std::vector<int> wanted;
+  for (int i = 1; i <= k; ++i) {
+    medians[i] = c.stats[i].mean;
+    if (!ZeroVariance(c.stats[i])) wanted.push_back(i);
+  }
+  ValueTable second;
+  const long long rows = static_cast<long long>(c.GroupRows().size());
+  const int count = static_cast<int>(wanted.size());
+  for (int w = 0; w < count;) {
+    const int parts = w + 1 < count ? PartsFor(c.run.Threads(), 2, rows) : 1;
+    RunParts(parts, [&](int part, const std::atomic<bool>&) {
+      const int i = wanted[w + part];
+      ValueTable& table = part == 0 ? c.values : second;
+      FillValueTable(c, i, table, nullptr, part == 0);
+      medians[i] = table.OrderStats(c.stats[i].count, c.stats[i].minimum, c.stats[i].maximum).median;
+    });
+    w += parts;
+  }
+  return medians;
+}
+
+}  // namespace
 
 void WriteDetailedTable(SingleSampleContext& c) {
   ReportWriter& r = c.report;
@@ -69,15 +107,8 @@ void WriteDetailedTable(SingleSampleContext& c) {
   r.FirstCell(head[0]);
   for (std::size_t k = 1; k < head.size(); ++k) r.Cell(head[k]);
   r.EndRow();
-  for (int i = 1; i <= c.index.analysed; ++i) {
-    const VariableStats& s = c.stats[i];
-    double median = s.mean;
-    if (!ZeroVariance(s)) {
-      FillValueTable(c, i);
-      median = c.values.OrderStats(s.count, s.minimum, s.maximum).median;
-    }
-    WriteDetailedRow(c, i, median);
-  }
+  const std::vector<double> medians = Medians(c);
+  for (int i = 1; i <= c.index.analysed; ++i) WriteDetailedRow(c, i, medians[i]);
   r.EndTable();
   if (c.index.analysed > 0 && c.stats[c.index.analysed].count > 0) {
     r.BlankLine();

@@ -52,7 +52,7 @@ struct SingleSampleContext {
   // Calls f(row, x) for every valid value of the i-th selected variable in the current
   // group, in case order; the missing rule is that of the first pass.
   template <typename F>
-  void ForEachValue(int i, F f) const;
+  void ForEachValue(int i, F f, bool tellProgress = true) const;
 
   // The heading of a variable's block: a blank line and "VARIABLE: " name (in Hungarian no
   // blank line but a tab before "VÁLTOZÓ: "), with the long name when it is longer.
@@ -76,8 +76,8 @@ struct SingleSampleContext {
 };
 
 template <typename F>
-void SingleSampleContext::ForEachValue(int i, F f) const {
-  run.ForEachValue(Column(i), f);
+void SingleSampleContext::ForEachValue(int i, F f, bool tellProgress) const {
+  run.ForEachValue(Column(i), f, tellProgress);
 }
 
 
@@ -90,8 +90,10 @@ struct Deviations {
 };
 
 // The second pass of modes 12 and 14 over the i-th variable: the value table is filled and
-// the deviations are collected when asked for.
+// the deviations are collected when asked for. The second form fills the table given and,
+// for a pass on a second thread, tells no progress.
 void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations = nullptr);
+void FillValueTable(const SingleSampleContext& c, int i, ValueTable& table, Deviations* deviations, bool tellProgress);
 
 // The statistics of the first pass over the current group's cases, and the group's heading.
 void ReadGroup(SingleSampleContext& c);

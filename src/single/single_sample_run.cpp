@@ -1,9 +1,11 @@
 #include "single/single_sample_run.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fmt/format.h>
 
+#include "numeric/parallel_parts.h"
 #include "single/single_sample_context.h"
 #include "workspace/numbers.h"
 #include "lang/utf8.h"
@@ -52,16 +54,26 @@ void ReadGroup(SingleSampleContext& c) {
   const int k = c.index.analysed;
   const bool moments = c.mode == kDetailedStatistics || c.mode == kMeanMedianTests;
   c.stats.assign(k + 1, VariableStats(moments));
-  std::vector<double> values(c.index.Count() + 1, 0);
-  std::vector<std::uint8_t> missings(c.index.Count() + 1, 1);
-  int seen = 0;
-  for (int row : c.GroupRows()) {
-    if (++seen % 10000 == 0) c.run.ShowCaseProgress(row);
-    c.feed->ReadRow(row, k, values, missings);
-    for (int i = 1; i <= k; ++i) {
-      if (!missings[i]) c.stats[i].Add(values[i]);
+  const std::vector<int>& rows = c.GroupRows();
+  // Each variable's sums take its values in case order whichever thread adds them, so the
+  // statistics are the same for any number of parts; the first part tells the progress.
+  const int parts = PartsFor(c.run.Threads(), k, static_cast<long long>(rows.size()));
+  RunParts(parts, [&](int p, const std::atomic<bool>& stop) {
+    const int first = FirstOfPart(p, parts, k), last = LastOfPart(p, parts, k);
+    std::vector<VariableStats> stats(c.stats.begin() + first, c.stats.begin() + last + 1);
+    int seen = 0;
+    for (int row : rows) {
+      if (++seen % 10000 == 0) {
+        if (p == 0) c.run.ShowCaseProgress(row);
+        if (stop) return;
+      }
+      for (int i = first; i <= last; ++i) {
+        double x;
+        if (!c.feed->ReadCell(row, i, x)) stats[i - first].Add(x);
+      }
     }
-  }
+    std::copy(stats.begin(), stats.end(), c.stats.begin() + first);
+  });
 }
 
 void WriteGroupHeading(SingleSampleContext& c) {

@@ -5,6 +5,7 @@
 #include <limits>
 #include <numeric>
 
+#include "numeric/parallel_parts.h"
 #include "numeric/tolerance.h"
 #include "stats/correlation.h"
 
@@ -42,20 +43,34 @@ double PairCoefficient(CorrelationKind kind, std::span<const double> x, std::spa
   return 0;
 }
 
-Matrix CoefficientMatrix(CorrelationKind kind, const std::vector<std::vector<double>>& columns) {
-  const std::size_t p = columns.size();
+Matrix CoefficientMatrix(CorrelationKind kind, const std::vector<std::vector<double>>& columns, int threads) {
+  const int p = static_cast<int>(columns.size());
+  const long long n = p > 0 ? static_cast<long long>(columns[0].size()) : 0;
   Matrix m(p, std::vector<double>(p, 1));
-  std::vector<std::vector<double>> ranks;
-  if (kind == CorrelationKind::Spearman) {
-    for (const auto& c : columns) ranks.push_back(MidRanksInOrder(c));
+  // Each column's ranks and each pair's coefficient depend on nothing else, so the parts
+  // that compute them side by side give the matrix of one thread.
+  const int ranked = kind == CorrelationKind::Spearman ? p : 0;
+  std::vector<std::vector<double>> ranks(ranked);
+  int parts = PartsFor(threads, ranked, n);
+  RunParts(parts, [&](int part, const std::atomic<bool>&) {
+    for (int i = FirstOfPart(part, parts, ranked); i <= LastOfPart(part, parts, ranked); ++i) {
+      ranks[i - 1] = MidRanksInOrder(columns[i - 1]);
+    }
+  });
+  std::vector<std::pair<int, int>> pairs;
+  for (int i = 0; i < p; ++i) {
+    for (int j = i + 1; j < p; ++j) pairs.emplace_back(i, j);
   }
-  for (std::size_t i = 0; i < p; ++i) {
-    for (std::size_t j = i + 1; j < p; ++j) {
+  const int count = static_cast<int>(pairs.size());
+  parts = PartsFor(threads, count, n);
+  RunParts(parts, [&](int part, const std::atomic<bool>&) {
+    for (int k = FirstOfPart(part, parts, count); k <= LastOfPart(part, parts, count); ++k) {
+      const auto [i, j] = pairs[k - 1];
       const double c = kind == CorrelationKind::Spearman ? MomentsOf(ranks[i], ranks[j]).r
-                                                          : PairCoefficient(kind, columns[i], columns[j]);
+                                                         : PairCoefficient(kind, columns[i], columns[j]);
       m[i][j] = m[j][i] = c;
     }
-  }
+  });
   return m;
 }
 

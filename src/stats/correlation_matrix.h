@@ -19,8 +19,9 @@ std::vector<double> MidRanksInOrder(std::span<const double> values);
 // The coefficient of one pair of the measure.
 double PairCoefficient(CorrelationKind kind, std::span<const double> x, std::span<const double> y);
 
-// The matrix of the measure between all columns (each a variable's values on the same cases).
-Matrix CoefficientMatrix(CorrelationKind kind, const std::vector<std::vector<double>>& columns);
+// The matrix of the measure between all columns (each a variable's values on the same cases),
+// its pairs shared among `threads` threads; the same matrix for any number.
+Matrix CoefficientMatrix(CorrelationKind kind, const std::vector<std::vector<double>>& columns, int threads = 1);
 
 // The partial coefficient of variables i and j with the variables `controls` held constant,
 // from the matrix of all of them: -P_ij / sqrt(P_ii P_jj) with P the inverse of the

@@ -49,7 +49,8 @@ class Workspace {
   char decimalSeparator;
   // The type control checks typed cells on leaving them; off at start-up.
   bool typeControl = false;
-  // Threads that cut the data lines of a project load; the tables are the same for any.
+  // More than one: a project load cuts its lines, and an analysis computes its variables
+  // or pairs, on two threads; the tables and the reports are the same either way.
   int loadThreads = 2;
 
   // The window title, "Tarvika: " plus the path of the project. It is the authority for the

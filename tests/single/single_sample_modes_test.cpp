@@ -8,6 +8,7 @@
 #include <cmath>
 #include <filesystem>
 
+#include "support/dialog_settings.h"
 #include "support/memory_workspace.h"
 #include "frame/analysis_dialogs.h"
 #include "single/class_table.h"
@@ -47,15 +48,7 @@ struct Project {
     AnalysisDialog dialog(AllCommands(), DialogKind::SingleSample);
     dialog.commandCode = code;
     dialog.selected = std::move(vars);
-    for (const std::string& s : settings) {
-      std::size_t eq = s.find('='), colon = s.find(':');
-      std::string error;
-      bool ok = colon == std::string::npos || colon > eq
-                    ? dialog.Set(s.substr(0, eq), s.substr(eq + 1), Language::English, &error)
-                    : dialog.SetFor(s.substr(0, colon), s.substr(colon + 1, eq - colon - 1), s.substr(eq + 1),
-                                    Language::English, &error);
-      EXPECT_TRUE(ok) << error;
-    }
+    testing::ApplySettings(dialog, settings);
     PreparedRun run = PrepareRun(m.ws, dialog);
     EXPECT_TRUE(run.ok()) << run.error;
     EXPECT_TRUE(RunRequest(m.ws, run.request));
