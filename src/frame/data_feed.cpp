@@ -7,7 +7,7 @@
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"
 #include "workspace/numbers.h"
-#include "workspace/two_threads.h"
+#include "lang/two_threads.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {

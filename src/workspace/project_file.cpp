@@ -21,7 +21,7 @@
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
 #include "workspace/text_files.h"
-#include "workspace/two_threads.h"
+#include "lang/two_threads.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {

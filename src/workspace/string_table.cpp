@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "workspace/two_threads.h"
+#include "lang/two_threads.h"
 
 namespace tarvika {
 
