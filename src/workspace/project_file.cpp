@@ -385,72 +385,48 @@ std::size_t SplitPoint(const std::vector<std::string_view>& lines, int n) {
   return 0;
 }
 
-// A batch of data lines, copied out of the file's buffer: the bytes and where each line
-// ends. `ended` when the file ran out before the lines wanted.
-struct LineBatch {
-  std::string bytes;
-  std::vector<std::size_t> ends;
-  bool ended = false;
-
-  void Read(InputFile& in, std::size_t wanted) {
-    bytes.clear();
-    ends.clear();
-    ended = false;
-    std::string_view raw;
-    while (ends.size() < wanted) {
-      if (!in.NextRaw(raw)) {
-        ended = true;
-        return;
-      }
-      bytes.append(raw);
-      ends.push_back(bytes.size());
-    }
-  }
-};
-
 // Reads the m data lines into the workspace, a batch of lines at a time; each batch is cut
-// by two threads when the workspace allows it, with the same cells as one would give, while
-// a third reads the next batch.
+// by two threads when the workspace allows it, with the same cells as one would give. (A
+// third thread reading the next batch meanwhile was slower on two cores.)
 void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
-  static constexpr std::size_t kBatchRows = 16384;
+  constexpr std::size_t kBatchRows = 16384;
   constexpr std::size_t kSplitRows = 2048;  // fewer rows are not worth a thread
   DataMatrix& data = ws.data;
   const int m = data.NumberOfCases();
-  const bool threads = ws.loadThreads > 1;
   RowCutter first(data, t.numeric, ws.decimalSeparator), second(data, t.numeric, ws.decimalSeparator);
-  auto wanted = [m](int r0) { return std::min<std::size_t>(kBatchRows, static_cast<std::size_t>(std::max(m - r0 + 1, 0))); };
-  LineBatch batch, next;
-  std::string carried;
+  std::string batch, carried;
+  std::vector<std::size_t> ends;
   std::vector<std::string_view> lines;
+  std::string_view raw;
   bool ended = false;
-  if (m >= 1) batch.Read(in, wanted(1));
-  for (int r0 = 1; r0 <= m;) {
-    ShowRowProgress(ws, r0, r0 + static_cast<int>(batch.ends.size()), m);
-    lines.clear();
-    for (std::size_t k = 0, begin = 0; k < batch.ends.size(); begin = batch.ends[k++]) {
-      lines.emplace_back(batch.bytes.data() + begin, batch.ends[k] - begin);
+  for (int r0 = 1; r0 <= m && !ended;) {
+    batch.clear();
+    ends.clear();
+    const std::size_t wanted = std::min<std::size_t>(kBatchRows, static_cast<std::size_t>(m - r0 + 1));
+    while (ends.size() < wanted) {
+      if (!in.NextRaw(raw)) {
+        ended = true;
+        break;
+      }
+      batch.append(raw);
+      ends.push_back(batch.size());
     }
-    const int nextR0 = r0 + static_cast<int>(lines.size());
-    const std::size_t nextWanted = batch.ended ? 0 : wanted(nextR0);
-    const std::size_t split = threads && lines.size() >= kSplitRows ? SplitPoint(lines, data.NumberOfVariables()) : 0;
+    ShowRowProgress(ws, r0, r0 + static_cast<int>(ends.size()), m);
+    lines.clear();
+    for (std::size_t k = 0, begin = 0; k < ends.size(); begin = ends[k++]) {
+      lines.emplace_back(batch.data() + begin, ends[k] - begin);
+    }
+    const std::size_t split = ws.loadThreads > 1 && lines.size() >= kSplitRows ? SplitPoint(lines, data.NumberOfVariables()) : 0;
     auto cut = [&lines, r0](RowCutter& cutter, std::size_t from, std::size_t to) {
       for (std::size_t k = from; k < to; ++k) cutter.Row(r0 + static_cast<int>(k), lines[k]);
     };
-    auto cutBatch = [&] {
-      RunOnTwoThreads(split > 0, [&] { cut(second, split, lines.size()); }, [&] { cut(first, 0, split > 0 ? split : lines.size()); });
-    };
-    RunOnTwoThreads(threads && nextWanted > 0, [&] { next.Read(in, nextWanted); }, cutBatch);
+    RunOnTwoThreads(split > 0, [&] { cut(second, split, lines.size()); }, [&] { cut(first, 0, split > 0 ? split : lines.size()); });
     first.StoreLongCells();
     second.StoreLongCells();
-    t.casesRead = nextR0 - 1;
+    r0 += static_cast<int>(lines.size());
+    t.casesRead = r0 - 1;
     (split > 0 ? second : first).KeepField(carried);  // the lines are about to go
     first.field = carried;
-    if (batch.ended) {
-      ended = true;
-      break;
-    }
-    std::swap(batch, next);
-    r0 = nextR0;
   }
   if (ended) throw DamagedFile{};
   if (t.declaredCases > m) throw DamagedFile{};  // more cases claimed than the file can hold
