@@ -420,7 +420,8 @@ void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
     auto cut = [&lines, r0](RowCutter& cutter, std::size_t from, std::size_t to) {
       for (std::size_t k = from; k < to; ++k) cutter.Row(r0 + static_cast<int>(k), lines[k]);
     };
-    RunOnTwoThreads(split > 0, [&] { cut(second, split, lines.size()); }, [&] { cut(first, 0, split > 0 ? split : lines.size()); });
+    const std::size_t firstEnd = split > 0 ? split : lines.size();
+    RunOnTwoThreads(split > 0, [&] { cut(second, firstEnd, lines.size()); }, [&] { cut(first, 0, firstEnd); });
     first.StoreLongCells();
     second.StoreLongCells();
     r0 += static_cast<int>(lines.size());
