@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "lang/utf8.h"
-#include "numeric/parallel_parts.h"
 #include "single/single_sample_context.h"
 #include "stats/moments.h"
 
@@ -44,10 +43,6 @@ void WriteDetailedRow(SingleSampleContext& c, int i, double median) {
 
 }  // namespace
 
-void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations) {
-  FillValueTable(c, i, c.values, deviations, true);
-}
-
 void FillValueTable(const SingleSampleContext& c, int i, ValueTable& table, Deviations* deviations, bool tellProgress) {
   const VariableStats& s = c.stats[i];
   table.Reset(s.minimum, s.maximum);
@@ -76,18 +71,11 @@ std::vector<double> Medians(SingleSampleContext& c) {
     if (!ZeroVariance(c.stats[i])) wanted.push_back(i);
   }
   ValueTable second;
-  const long long rows = static_cast<long long>(c.GroupRows().size());
-  const int count = static_cast<int>(wanted.size());
-  for (int w = 0; w < count;) {
-    const int parts = w + 1 < count ? PartsFor(c.run.Threads(), 2, rows) : 1;
-    RunParts(parts, [&](int part, const std::atomic<bool>&) {
-      const int i = wanted[w + part];
-      ValueTable& table = part == 0 ? c.values : second;
-      FillValueTable(c, i, table, nullptr, part == 0);
-      medians[i] = table.OrderStats(c.stats[i].count, c.stats[i].minimum, c.stats[i].maximum).median;
-    });
-    w += parts;
-  }
+  ForVariablesInPairs(c, wanted, [&](int i, int part) {
+    ValueTable& table = part == 0 ? c.values : second;
+    FillValueTable(c, i, table, nullptr, part == 0);
+    medians[i] = table.OrderStats(c.stats[i].count, c.stats[i].minimum, c.stats[i].maximum).median;
+  });
   return medians;
 }
 

@@ -16,9 +16,57 @@
 namespace tarvika {
 namespace {
 
+// What a variable's block prints beyond the first pass: computed for all variables (two at
+// a time on two threads) before any block is written.
+struct TestFigures {
+  bool hypotheticalSet = true;
+  double h = 0;
+  OrderStatistics order;
+  TrimmedStatistics trim;
+  SignedRanks ranks;
+  Deviations deviations;
+  double trimmedSE = 0;
+};
+
+// The second pass over the i-th variable into `table`, and the statistics read from it.
+void ComputeFigures(const SingleSampleContext& c, int i, int percent, bool withTests, ValueTable& table,
+                    bool tellProgress, TestFigures& f) {
+  const VariableStats& s = c.stats[i];
+  const int n = s.count;
+  f.deviations.reference = f.h;
+  FillValueTable(c, i, table, &f.deviations, tellProgress);
+  // The signed ranks change the table, so they come after the order statistics and trimming.
+  f.order = table.OrderStats(n, s.minimum, s.maximum);
+  f.trim = table.TrimmedStats(n, percent);
+  if (withTests) f.ranks = table.SignedRankSums(f.h, n);
+  if (f.trim.hasTrimming) f.trimmedSE = TrimmedMeanSE(f.trim, percent, n);
+}
+
+std::vector<TestFigures> AllFigures(SingleSampleContext& c, bool withTests) {
+  const int k = c.index.analysed;
+  const int percent = c.request.Get(param::kTrimmingPercent);
+  std::vector<TestFigures> figures(k + 1);
+  std::vector<int> wanted;
+  for (int i = 1; i <= k; ++i) {
+    if (withTests) {
+      auto h = ParseEitherSeparator(c.ws.vars.GetCell(kParameter, c.Column(i)), '.');
+      figures[i].h = h ? *h : kUnsetHypothetical;
+      figures[i].hypotheticalSet = std::fabs(figures[i].h - kUnsetHypothetical) >= kZeroTolerance;
+    }
+    if (figures[i].hypotheticalSet) wanted.push_back(i);
+  }
+  ValueTable second;
+  ForVariablesInPairs(c, wanted, [&](int i, int part) {
+    ComputeFigures(c, i, percent, withTests, part == 0 ? c.values : second, part == 0, figures[i]);
+  });
+  return figures;
+}
+
 class TestBlock {
  public:
-  TestBlock(SingleSampleContext& c, int i, bool withTests) : c_(c), r_(c.report), i_(i), withTests_(withTests) {}
+  TestBlock(SingleSampleContext& c, int i, bool withTests, const TestFigures& f)
+      : c_(c), r_(c.report), i_(i), withTests_(withTests), h_(f.h), order_(f.order), trim_(f.trim), ranks_(f.ranks),
+        deviations_(f.deviations), trimmedSE_(f.trimmedSE), hypotheticalSet_(f.hypotheticalSet) {}
   void Write();
 
  private:
@@ -32,40 +80,29 @@ class TestBlock {
   ReportWriter& r_;
   int i_;
   bool withTests_;
-  double h_ = 0;
+  double h_;
   int n_ = 0;
   double sd_ = 0;
   int percent_ = 0;
-  OrderStatistics order_;
-  TrimmedStatistics trim_;
-  SignedRanks ranks_;
-  Deviations deviations_;
-  double trimmedSE_ = 0;
+  const OrderStatistics& order_;
+  const TrimmedStatistics& trim_;
+  const SignedRanks& ranks_;
+  const Deviations& deviations_;
+  double trimmedSE_;
+  bool hypotheticalSet_;
 };
 
 void TestBlock::Write() {
   const VariableStats& s = c_.stats[i_];
-  h_ = 0;
-  if (withTests_) {
-    auto h = ParseEitherSeparator(c_.ws.vars.GetCell(kParameter, c_.Column(i_)), '.');
-    h_ = h ? *h : kUnsetHypothetical;
-    if (std::fabs(h_ - kUnsetHypothetical) < kZeroTolerance) {
-      c_.WriteVariableHeading(i_);
-      r_.Line(c_.T("Since hypothetical value was not specified, no test has been performed.",
-                   "Mivel hipotetikus érték nem volt megadva, elemzést nem végzünk."));
-      return;
-    }
+  if (!hypotheticalSet_) {
+    c_.WriteVariableHeading(i_);
+    r_.Line(c_.T("Since hypothetical value was not specified, no test has been performed.",
+                 "Mivel hipotetikus érték nem volt megadva, elemzést nem végzünk."));
+    return;
   }
   n_ = s.count;
   percent_ = c_.request.Get(param::kTrimmingPercent);
-  deviations_.reference = h_;
-  FillValueTable(c_, i_, &deviations_);
   sd_ = StandardDeviation(s);
-  // The signed ranks change the table, so they come after the order statistics and trimming.
-  order_ = c_.values.OrderStats(n_, s.minimum, s.maximum);
-  trim_ = c_.values.TrimmedStats(n_, percent_);
-  if (withTests_) ranks_ = c_.values.SignedRankSums(h_, n_);
-  if (trim_.hasTrimming) trimmedSE_ = TrimmedMeanSE(trim_, percent_, n_);
 
   c_.WriteVariableHeading(i_);
   r_.BlankLine();
@@ -256,8 +293,9 @@ void TestBlock::TestForm() {
 }  // namespace
 
 void WriteTestBlocks(SingleSampleContext& c, bool withTests) {
+  const std::vector<TestFigures> figures = AllFigures(c, withTests);
   for (int i = 1; i <= c.index.analysed; ++i) {
-    TestBlock block(c, i, withTests);
+    TestBlock block(c, i, withTests, figures[i]);
     block.Write();
   }
 }

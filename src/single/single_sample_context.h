@@ -5,6 +5,7 @@
 // lives in a file of its own and works on this.
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <fmt/format.h>
 #include <string>
@@ -89,11 +90,17 @@ struct Deviations {
   int count = 0;
 };
 
-// The second pass of modes 12 and 14 over the i-th variable: the value table is filled and
-// the deviations are collected when asked for. The second form fills the table given and,
-// for a pass on a second thread, tells no progress.
-void FillValueTable(SingleSampleContext& c, int i, Deviations* deviations = nullptr);
+// The second pass of modes 12 and 14 over the i-th variable: the value table given is
+// filled and the deviations are collected when asked for; a pass on a second thread tells
+// no progress.
 void FillValueTable(const SingleSampleContext& c, int i, ValueTable& table, Deviations* deviations, bool tellProgress);
+
+// Calls work(i, part) for each variable i of `wanted`, in order, two variables side by side
+// when two threads are allowed and the group is large enough: part 0 on the calling thread,
+// which alone tells progress (and so alone can end the run), part 1 on a second thread.
+// Each call must write only its own variable's results; the report is written after.
+void ForVariablesInPairs(const SingleSampleContext& c, const std::vector<int>& wanted,
+                         const std::function<void(int i, int part)>& work);
 
 // The statistics of the first pass over the current group's cases, and the group's heading.
 void ReadGroup(SingleSampleContext& c);

@@ -76,6 +76,17 @@ void ReadGroup(SingleSampleContext& c) {
   });
 }
 
+void ForVariablesInPairs(const SingleSampleContext& c, const std::vector<int>& wanted,
+                         const std::function<void(int i, int part)>& work) {
+  const long long rows = static_cast<long long>(c.GroupRows().size());
+  const int count = static_cast<int>(wanted.size());
+  for (int w = 0; w < count;) {
+    const int parts = w + 1 < count ? PartsFor(c.run.Threads(), 2, rows) : 1;
+    RunParts(parts, [&](int part, const std::atomic<bool>&) { work(wanted[w + part], part); });
+    w += parts;
+  }
+}
+
 void WriteGroupHeading(SingleSampleContext& c) {
   const int group = c.run.Group();
   const bool conditional = c.conditional > 0;
