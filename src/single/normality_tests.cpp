@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <vector>
 
 #include "lang/utf8.h"
 #include "single/class_table.h"
@@ -17,66 +19,81 @@ namespace {
 
 constexpr int kMaxStandardizedCases = 20000;
 
+// A variable's test, computed for all variables (two at a time on two threads) before any
+// block is written.
+struct NormalityFigures {
+  int distinct = 0;  // distinct values (or classes) in the table, when it was filled
+  std::optional<KolmogorovTest> kolmogorov;
+  std::optional<ChiSquareNormalityTest> chiSquare;
+};
+
+// The pass over the i-th variable's values into `table` and the test on the sorted table.
+NormalityFigures ComputeFigures(const SingleSampleContext& c, int i, ClassTable& table, bool tellProgress) {
+  const VariableStats& s = c.stats[i];
+  NormalityFigures f;
+  table.Reset(ClassCountFor(s.count, 1, false, true), s.minimum, s.maximum, true);
+  c.ForEachValue(i, [&](int, double x) { table.Add(x); }, tellProgress);
+  f.distinct = table.Count();
+  if (f.distinct < 3 || StandardDeviation(s) < kZeroTolerance) return f;
+  table.Sort();
+  if (s.count <= 100) {
+    f.kolmogorov = KolmogorovNormality(table.Values(), table.Frequencies(), s);
+  } else {
+    f.chiSquare = ChiSquareNormality(table.Values(), table.Frequencies(), s);
+  }
+  return f;
+}
+
 class NormalityRun {
  public:
   explicit NormalityRun(SingleSampleContext& c) : c_(c), r_(c.report) {}
-  void Variable(int i);
+  void Variable(int i, const NormalityFigures& f);
 
  private:
-  void Kolmogorov(int i);
-  void ChiSquare(int i);
+  void Kolmogorov(const KolmogorovTest& test);
+  void ChiSquare(const ChiSquareNormalityTest& test, int distinct);
   void SaveStandardized(int i);
-  void WriteTooFewValues();
+  void WriteTooFewValues(int distinct);
 
   SingleSampleContext& c_;
   ReportWriter& r_;
-  ClassTable table_;
 };
 
-void NormalityRun::Variable(int i) {
+void NormalityRun::Variable(int i, const NormalityFigures& f) {
   const VariableStats& s = c_.stats[i];
   c_.WriteVariableHeading(i);
   r_.BlankLine();
   r_.Line(fmt::format("{}{}", c_.T("Number of acceptable values: ", "Érvényes értékek száma: "), s.count));
   if (s.count < 8) {
     r_.Line(c_.T("There are few cases to perform a test of normality.", "A normalitásvizsgálathoz kicsi az érvényes értékek száma."));
+  } else if (f.distinct < 3) {
+    WriteTooFewValues(f.distinct);
+  } else if (StandardDeviation(s) < kZeroTolerance) {
+    r_.Line(c_.T("Variance is too low to perform a test of normality.", "Nem végezhető normalitásvizsgálat a túl kicsi szórás miatt."));
+  } else if (f.kolmogorov) {
+    Kolmogorov(*f.kolmogorov);
   } else {
-    table_.Reset(ClassCountFor(s.count, 1, false, true), s.minimum, s.maximum, true);
-    c_.ForEachValue(i, [&](int, double x) { table_.Add(x); });
-    if (table_.Count() < 3) {
-      WriteTooFewValues();
-    } else if (StandardDeviation(s) < kZeroTolerance) {
-      r_.Line(c_.T("Variance is too low to perform a test of normality.", "Nem végezhető normalitásvizsgálat a túl kicsi szórás miatt."));
-    } else {
-      table_.Sort();
-      if (s.count <= 100) {
-        Kolmogorov(i);
-      } else {
-        ChiSquare(i);
-      }
-    }
+    ChiSquare(*f.chiSquare, f.distinct);
   }
   if (c_.request.Get(param::kSaveStandardized)) SaveStandardized(i);
 }
 
-void NormalityRun::WriteTooFewValues() {
-  r_.Line(fmt::format("{}{}{}", c_.T("Number of different values: ", "A különböző értékek száma: "), table_.Count(),
+void NormalityRun::WriteTooFewValues(int distinct) {
+  r_.Line(fmt::format("{}{}{}", c_.T("Number of different values: ", "A különböző értékek száma: "), distinct,
                       c_.T(". No use to perform a test of normality.", ". Emiatt nincs értelme a normalitásvizsgálatnak.")));
 }
 
-void NormalityRun::Kolmogorov(int i) {
-  const KolmogorovTest test = KolmogorovNormality(table_.Values(), table_.Frequencies(), c_.stats[i]);
+void NormalityRun::Kolmogorov(const KolmogorovTest& test) {
   r_.Line(fmt::format("{}{}, D* = {}  (p = {}){}",
                       c_.T("Kolmogorov's test of normality (Lilliefors): Dmax = ",
                            "Kolmogorov-féle normalitásvizsgálat (Lilliefors): Dmax = "),
                       Fixed(test.d, 3), Fixed(test.dStar, 3), Fixed(test.p.p, 4), test.p.marker));
 }
 
-void NormalityRun::ChiSquare(int i) {
-  const ChiSquareNormalityTest test = ChiSquareNormality(table_.Values(), table_.Frequencies(), c_.stats[i]);
+void NormalityRun::ChiSquare(const ChiSquareNormalityTest& test, int distinct) {
   if (!test.Tested()) {
     // Three values leave no degree of freedom once the mean and SD are estimated.
-    WriteTooFewValues();
+    WriteTooFewValues(distinct);
     return;
   }
   r_.Line(fmt::format("{}{}{}{}  (p = {}){}",
@@ -127,11 +144,19 @@ void NormalityRun::SaveStandardized(int i) {
 }  // namespace
 
 void WriteNormalityTests(SingleSampleContext& c) {
-  NormalityRun run(c);
-  for (int i = 1; i <= c.index.analysed; ++i) {
-    c.ShowVariableProgress(i);
-    run.Variable(i);
+  const int k = c.index.analysed;
+  std::vector<NormalityFigures> figures(k + 1);
+  std::vector<int> wanted;
+  for (int i = 1; i <= k; ++i) {
+    if (c.stats[i].count >= 8) wanted.push_back(i);
   }
+  ClassTable tables[2];
+  ForVariablesInPairs(c, wanted, [&](int i, int part) {
+    if (part == 0) c.ShowVariableProgress(i);
+    figures[i] = ComputeFigures(c, i, tables[part], part == 0);
+  });
+  NormalityRun run(c);
+  for (int i = 1; i <= k; ++i) run.Variable(i, figures[i]);
 }
 
 }  // namespace tarvika
