@@ -70,10 +70,26 @@ std::string SvgHistogram(const std::vector<std::string>& labels, const std::vect
   return svg;
 }
 
+// Whether the i-th variable's block needs its table of values or classes: one that is not
+// group-defined and has more than one valid value.
+bool NeedsClassTable(const SingleSampleContext& c, int i) {
+  return c.request.scaleKind[c.Column(i)] != kScaleGroupDefined && c.stats[i].count > 1;
+}
+
+// The pass over the i-th variable's values into its table, sorted for printing.
+void FillClassTable(const SingleSampleContext& c, int i, int multiplier, ClassTable& table, bool tellProgress) {
+  const VariableStats& s = c.stats[i];
+  const bool discrete = c.request.scaleKind[c.Column(i)] == kScaleDiscrete;
+  table.Reset(ClassCountFor(s.count, multiplier, discrete, false), s.minimum, s.maximum, !discrete);
+  c.ForEachValue(i, [&](int, double x) { table.Add(x); }, tellProgress);
+  table.Sort();
+}
+
 class FrequencyRun {
  public:
   explicit FrequencyRun(SingleSampleContext& c) : c_(c), r_(c.report) {}
-  void Variable(int i);
+  // The block of the i-th variable; its table is filled when NeedsClassTable says so.
+  void Variable(int i, const ClassTable* table);
 
  private:
   void FrequencyTable(int i);
@@ -86,11 +102,12 @@ class FrequencyRun {
 
   SingleSampleContext& c_;
   ReportWriter& r_;
-  ClassTable table_;
+  const ClassTable* table_ = nullptr;
 };
 
-void FrequencyRun::Variable(int i) {
+void FrequencyRun::Variable(int i, const ClassTable* table) {
   const VariableStats& s = c_.stats[i];
+  table_ = table;
   c_.WriteVariableHeading(i);
   const std::uint8_t scale = c_.request.scaleKind[c_.Column(i)];
   if (scale == kScaleGroupDefined) {
@@ -98,11 +115,6 @@ void FrequencyRun::Variable(int i) {
     return;
   }
   const bool discrete = scale == kScaleDiscrete;
-  if (s.count > 1) {
-    int k = ClassCountFor(s.count, c_.request.Get(param::kClassMultiplier), discrete, false);
-    table_.Reset(k, s.minimum, s.maximum, !discrete);
-    c_.ForEachValue(i, [&](int, double x) { table_.Add(x); });
-  }
   FrequencyTable(i);
   if (!discrete || s.count <= 1) return;
   if (c_.request.Get(param::kBinarize) && c_.conditional == 0) Binarize(i);
@@ -130,26 +142,25 @@ void FrequencyRun::FrequencyTable(int i) {
                                    : "'" + name + "' változónak csak egy esetben volt érvényes értéke."));
     return;
   }
-  table_.Sort();
-  const int d = ValueDecimals(table_);
-  int largest = table_.Other();
-  for (int e = 0; e < table_.Count(); ++e) largest = std::max(largest, table_.Frequency(e));
+  const int d = ValueDecimals(*table_);
+  int largest = table_->Other();
+  for (int e = 0; e < table_->Count(); ++e) largest = std::max(largest, table_->Frequency(e));
   r_.BeginTable();
-  r_.FirstCell(table_.Classes() ? c_.T("Midpoint", "Oszt.köz.") : c_.T("Value", "Érték"));
+  r_.FirstCell(table_->Classes() ? c_.T("Midpoint", "Oszt.köz.") : c_.T("Value", "Érték"));
   for (std::string_view head : {c_.T("Freq.", "Gyak"), std::string_view("%"), c_.T("Cum%", "Kum%")}) r_.Cell(head);
   r_.EndRow();
   double cumulative = 0;
   std::vector<std::string> labels;
   std::vector<int> freq;
-  for (int e = 0; e < table_.Count(); ++e) {
-    labels.push_back(Fixed(table_.Value(e), d));
-    freq.push_back(table_.Frequency(e));
-    Row(labels.back(), table_.Frequency(e), n, cumulative, largest);
+  for (int e = 0; e < table_->Count(); ++e) {
+    labels.push_back(Fixed(table_->Value(e), d));
+    freq.push_back(table_->Frequency(e));
+    Row(labels.back(), table_->Frequency(e), n, cumulative, largest);
   }
-  if (table_.Other() != 0) {
+  if (table_->Other() != 0) {
     labels.emplace_back(c_.T("Other", "Egyéb"));
-    freq.push_back(table_.Other());
-    Row(c_.T("Other:", "Egyéb:"), table_.Other(), n, cumulative, largest);
+    freq.push_back(table_->Other());
+    Row(c_.T("Other:", "Egyéb:"), table_->Other(), n, cumulative, largest);
   }
   r_.FirstCell(c_.T("TOTAL:", "Össz.:"));
   r_.Cell(std::to_string(n));
@@ -247,8 +258,8 @@ void FrequencyRun::GroupFrequencyTable(int i) {
 }
 
 void FrequencyRun::Binarize(int i) {
-  const int distinct = table_.Count();
-  if (distinct > 20 || table_.Other() > 0) {
+  const int distinct = table_->Count();
+  if (distinct > 20 || table_->Other() > 0) {
     r_.Line(c_.T("Since this variable has more than 20 different values, it was not binarized.",
                  "Mivel ezen változónak 20-nál több különböző értéke van, nem binarizáltuk."));
     return;
@@ -261,22 +272,22 @@ void FrequencyRun::Binarize(int i) {
   std::vector<std::string> names;
   int clashes = 0;
   for (int e = 0; e < distinct; ++e) {
-    names.push_back(fmt::format("{}_{}", stem, static_cast<long long>(table_.Value(e))));
+    names.push_back(fmt::format("{}_{}", stem, static_cast<long long>(table_->Value(e))));
     if (NewVariableName(c_.ws, names.back()) != names.back()) ++clashes;
   }
   if (clashes == distinct) return;
   const int cases = c_.ws.NumberOfCases();
   for (int e = 0; e < distinct; ++e) {
     std::vector<std::string> cells(cases);
-    c_.ForEachValue(i, [&](int row, double x) { cells[row - 1] = std::fabs(x - table_.Value(e)) < kZeroTolerance ? "1" : "0"; });
+    c_.ForEachValue(i, [&](int row, double x) { cells[row - 1] = std::fabs(x - table_->Value(e)) < kZeroTolerance ? "1" : "0"; });
     const std::string name = NewVariableName(c_.ws, names[e]);
-    NewVariable(c_.ws, name, fmt::format("{} = {}", c_.Name(i), Trimmed4(table_.Value(e))), cells);
+    NewVariable(c_.ws, name, fmt::format("{} = {}", c_.Name(i), Trimmed4(table_->Value(e))), cells);
   }
 }
 
 void FrequencyRun::Percentiles(int i) {
-  const int distinct = table_.Count();
-  if (distinct > 1000 || table_.Other() > 0) {
+  const int distinct = table_->Count();
+  if (distinct > 1000 || table_->Other() > 0) {
     r_.Line(c_.T("Since this variable has more than 1000 different values, its percentile transform was not created.",
                  "Mivel ezen változónak 1000-nél több különböző értéke van, percentilis transzformáltját nem hoztuk létre."));
     return;
@@ -288,12 +299,12 @@ void FrequencyRun::Percentiles(int i) {
   std::vector<double> cumulative(distinct);
   double running = 0;
   for (int e = 0; e < distinct; ++e) {
-    running += table_.Frequency(e);
+    running += table_->Frequency(e);
     cumulative[e] = 100.0 * running / c_.stats[i].count;
   }
   std::vector<std::string> cells(c_.ws.NumberOfCases());
   c_.ForEachValue(i, [&](int row, double x) {
-    int e = table_.SortedEntry(x);
+    int e = table_->SortedEntry(x);
     if (e >= 0) cells[row - 1] = DataCell(std::trunc(10 * cumulative[e]) * 0.1, c_.ws.decimalSeparator);
   });
   std::string base(Utf8Prefix(c_.Name(i), 7));
@@ -305,11 +316,32 @@ void FrequencyRun::Percentiles(int i) {
 }  // namespace
 
 void WriteFrequencyTables(SingleSampleContext& c) {
+  // The tables are filled two variables at a time and the blocks written after each pair,
+  // in order, so that no more than two tables are kept.
   FrequencyRun run(c);
+  const int multiplier = c.request.Get(param::kClassMultiplier);
+  ClassTable tables[2];
+  std::vector<int> pair;
+  int written = 0;
+  auto fillAndWriteThrough = [&](int last) {
+    ForVariablesInPairs(c, pair, [&](int i, int part) {
+      if (part == 0) c.ShowVariableProgress(i);
+      // On one thread both variables of a pair come as part 0: the table is the pair's.
+      FillClassTable(c, i, multiplier, tables[i == pair[0] ? 0 : 1], part == 0);
+    });
+    for (int i = written + 1; i <= last; ++i) {
+      const auto filled = std::find(pair.begin(), pair.end(), i);
+      if (filled == pair.end()) c.ShowVariableProgress(i);
+      run.Variable(i, filled == pair.end() ? nullptr : &tables[filled - pair.begin()]);
+    }
+    written = last;
+    pair.clear();
+  };
   for (int i = 1; i <= c.index.analysed; ++i) {
-    c.ShowVariableProgress(i);
-    run.Variable(i);
+    if (NeedsClassTable(c, i)) pair.push_back(i);
+    if (pair.size() == 2) fillAndWriteThrough(i);
   }
+  fillAndWriteThrough(c.index.analysed);
   const bool off = c.conditional > 0 && !c.writeBackRefusalTold;
   c.writeBackRefusalTold = c.conditional > 0;
   if (off && c.request.Get(param::kBinarize)) {

@@ -97,8 +97,9 @@ void FillValueTable(const SingleSampleContext& c, int i, ValueTable& table, Devi
 
 // Calls work(i, part) for each variable i of `wanted`, in order, two variables side by side
 // when two threads are allowed and the group is large enough: part 0 on the calling thread,
-// which alone tells progress (and so alone can end the run), part 1 on a second thread.
-// Each call must write only its own variable's results; the report is written after.
+// which alone tells progress (and so alone can end the run), part 1 on a second thread; on
+// one thread every variable comes as part 0. Each call must write only its own variable's
+// results; the report is written after.
 void ForVariablesInPairs(const SingleSampleContext& c, const std::vector<int>& wanted,
                          const std::function<void(int i, int part)>& work);
 

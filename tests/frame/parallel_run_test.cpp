@@ -65,6 +65,7 @@ TEST(ParallelRun, TwoThreadsWriteTheSameBytesAsOne) {
       {DialogKind::SingleSample, 11, {}},
       {DialogKind::SingleSample, 12, {}},
       {DialogKind::SingleSample, 12, {"trimmingPercent=10"}},
+      {DialogKind::SingleSample, 13, {"scaleType:x1=discrete", "scaleType:x5=discrete", "classMultiplier=2"}},
       {DialogKind::SingleSample, 14, {"trimmingPercent=10", "hypotheticalValue:x3=5"}},
       {DialogKind::SingleSample, 15, {}},
       {DialogKind::Relations, 32, {"correlationType=Spearman rho", "listPValues=on"}},
