@@ -66,6 +66,7 @@ void MidRanks(std::span<double> values, int n) {
 }
 
 int DistinctValueIndex::Find(double x) const {
+  if (auto hit = exact_.find(x); hit != exact_.end()) return hit->second;
   int match = -1;
   auto it = index_.lower_bound(x - kZeroTolerance);
   for (; it != index_.end() && it->first < x + kZeroTolerance; ++it) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <span>
+#include <unordered_map>
 #include <vector>
 
 #include "numeric/tolerance.h"
@@ -55,16 +56,25 @@ struct SignedRanks {
 
 // Finds a value among the distinct entries of a table: the entries are at least the
 // tolerance apart, so at most two lie within it of any value, and the earlier entry is the
-// match, as a search from the first entry would find. A lookup is logarithmic.
+// match, as a search from the first entry would find. A lookup is logarithmic; a value
+// equal to an entry (the usual case: the same text gives the same number) is found by a
+// hash first, and that entry is the only one within the tolerance.
 class DistinctValueIndex {
  public:
-  void Clear() { index_.clear(); }
+  void Clear() {
+    index_.clear();
+    exact_.clear();
+  }
   // The entry within the tolerance of x, or -1.
   int Find(double x) const;
-  void Insert(double x, int entry) { index_.emplace(x, entry); }
+  void Insert(double x, int entry) {
+    index_.emplace(x, entry);
+    exact_.emplace(x, entry);
+  }
 
  private:
   std::multimap<double, int> index_;
+  std::unordered_map<double, int> exact_;
 };
 
 class ValueTable {

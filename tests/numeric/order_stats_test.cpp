@@ -98,6 +98,13 @@ TEST(OrderStats, QuantileConventionAndTheFirstEntryRule) {
   ValueTable near = Filled({1, 1 + 5e-9, 2});
   EXPECT_EQ(near.Count(), 2);
   EXPECT_EQ(near.Frequency(0), 2);
+  // A value within the tolerance of two entries counts for the earlier one, also when it
+  // repeats; a value equal to an entry counts for that entry.
+  const double t = kZeroTolerance;
+  ValueTable between = Filled({1 + 1.5 * t, 1, 1 + 0.75 * t, 1 + 0.75 * t, 1, 1 + 1.5 * t});
+  EXPECT_EQ(between.Count(), 2);
+  EXPECT_EQ(between.Frequency(0), 4);
+  EXPECT_EQ(between.Frequency(1), 2);
 }
 
 TEST(OrderStats, TrimmingCounts) {
