@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs every micro-benchmark binary built under bench/, then the whole-program comparisons.
+# Runs every micro-benchmark binary built under bench/, then the whole-program comparisons
+# and timings.
 set -euo pipefail
 build=${1:-build}
 for b in "$build"/bench/*/bench_*; do
@@ -7,7 +8,7 @@ for b in "$build"/bench/*/bench_*; do
   echo "== $(basename "$b")"
   "$b" --benchmark_counters_tabular=true
 done
-for s in bench/*/compare-*.sh; do
+for s in bench/*/compare-*.sh bench/*/time-*.sh; do
   [ -x "$s" ] || continue
   echo "== $(basename "$s")"
   "$s" "$build"
