@@ -69,7 +69,7 @@ BENCHMARK(BM_ReadRow)->Unit(benchmark::kMillisecond);
 // The argument is the number of threads the run may use (the same report either way).
 void BM_BasicDescriptiveStatistics(benchmark::State& state) {
   Workspace& ws = BigWorkspace();
-  ws.loadThreads = static_cast<int>(state.range(0));
+  ws.workThreads = static_cast<int>(state.range(0));
   AnalysisRequest request = BuildRequest(ws, kBasicStatistics, kVariables);
   for (int v = 1; v <= kVariables; ++v) request.role[v] = 'X';
   for (auto _ : state) RunRequest(ws, request);

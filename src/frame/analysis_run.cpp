@@ -49,7 +49,7 @@ void AnalysisRun::ShowProgress(std::string_view text) const {
   if (!text.empty() && ws.hooks.cancelAsked && ws.hooks.cancelAsked()) throw RunCancelled{};
 }
 
-int AnalysisRun::Threads() const { return ws.loadThreads; }
+int AnalysisRun::Threads() const { return ws.workThreads; }
 
 void AnalysisRun::ShowCaseProgress(int row) const { ShowProgress(fmt::format("{}{}", T("Case: ", "Eset: "), row)); }
 

@@ -156,7 +156,7 @@ void ReadHeader(InputFile& in, Tables& t, const Workspace& ws, bool continuation
       ApplyVariables(t);
       t.declaredCases = m;
       t.data.SetRowCount(1);
-      t.data.SetRowCount(static_cast<int>(std::min<long long>(m, t.caseBound)) + 1, ws.loadThreads);
+      t.data.SetRowCount(static_cast<int>(std::min<long long>(m, t.caseBound)) + 1, ws.workThreads);
       t.touched = true;
       ws.ShowProgress(fmt::format("{}{}{}", ws.Text(". . . loading (", ". . . betöltés ("), m,
                                   ws.Text(" case)", " eset)")));
@@ -416,7 +416,7 @@ void ReadRows(InputFile& in, Workspace& ws, Tables& t) {
     for (std::size_t k = 0, begin = 0; k < ends.size(); begin = ends[k++]) {
       lines.emplace_back(batch.data() + begin, ends[k] - begin);
     }
-    const std::size_t split = ws.loadThreads > 1 && lines.size() >= kSplitRows ? SplitPoint(lines, data.NumberOfVariables()) : 0;
+    const std::size_t split = ws.workThreads > 1 && lines.size() >= kSplitRows ? SplitPoint(lines, data.NumberOfVariables()) : 0;
     auto cut = [&lines, r0](RowCutter& cutter, std::size_t from, std::size_t to) {
       for (std::size_t k = from; k < to; ++k) cutter.Row(r0 + static_cast<int>(k), lines[k]);
     };

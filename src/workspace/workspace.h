@@ -51,7 +51,7 @@ class Workspace {
   bool typeControl = false;
   // More than one: a project load cuts its lines, and an analysis computes its variables
   // or pairs, on two threads; the tables and the reports are the same either way.
-  int loadThreads = 2;
+  int workThreads = 2;
 
   // The window title, "Tarvika: " plus the path of the project. It is the authority for the
   // current file name.

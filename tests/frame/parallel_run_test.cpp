@@ -73,9 +73,9 @@ TEST(ParallelRun, TwoThreadsWriteTheSameBytesAsOne) {
       // Interval and ordinal dependents computed two at a time.
       {DialogKind::Groups, 21, {"scaleType:x2=ordinal"}, {"x1", "x2", "x3"}, "", {"g"}}};
   for (const Command& c : commands) {
-    m.ws.loadThreads = 1;
+    m.ws.workThreads = 1;
     const std::string serial = Report(m, c);
-    m.ws.loadThreads = 2;
+    m.ws.workThreads = 2;
     const std::string parallel = Report(m, c);
     EXPECT_GT(serial.size(), 1000u) << c.code;
     EXPECT_EQ(serial, parallel) << c.code;

@@ -149,7 +149,7 @@ TEST_F(ProjectFileTest, TwoThreadsLoadTheSameTablesAsOne) {
   const std::string path = Write("big.msw", text);
   std::string saved[2];
   for (int threads : {1, 2}) {
-    ws.loadThreads = threads;
+    ws.workThreads = threads;
     ASSERT_EQ(LoadProject(ws, path), LoadResult::Loaded);
     ASSERT_TRUE(SaveProject(ws, (dir / ("saved" + std::to_string(threads) + ".msw")).string()));
     saved[threads - 1] = ReadBytes(dir / ("saved" + std::to_string(threads) + ".msw"));
@@ -164,7 +164,7 @@ TEST_F(ProjectFileTest, TwoThreadsLoadTheSameTablesAsOne) {
   const std::string shortPath = Write("short.msw", text.substr(0, cut));
   std::vector<std::string> told[2];
   for (int threads : {1, 2}) {
-    ws.loadThreads = threads;
+    ws.workThreads = threads;
     user.told.clear();
     EXPECT_EQ(LoadProject(ws, shortPath), LoadResult::Damaged);
     told[threads - 1] = user.told;
