@@ -47,8 +47,12 @@ bool MainWindow::ExportData(const QString& command, const QString& path) {
   return ok;
 }
 
+bool MainWindow::RunsExchangeCommand(std::string_view command) {
+  return command == "file.export_spss" || command == "file.export_tab";
+}
+
 bool MainWindow::RunExchangeCommand(const std::string& name) {
-  if (name != "file.export_spss" && name != "file.export_tab") return false;
+  if (!RunsExchangeCommand(name)) return false;
   QString filter = name == "file.export_tab" ? "Text (*.txt)" : "SPSS sav (*.sav);;SPSS syntax + data (*.sps)";
   QString chosenFilter;
   QString path = QFileDialog::getSaveFileName(this, QString(), ToQt(session_.ProgramPath("dat")), filter, &chosenFilter);

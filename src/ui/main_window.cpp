@@ -1,5 +1,8 @@
 #include "ui/main_window.h"
 
+#include <algorithm>
+#include <array>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -540,6 +543,19 @@ static std::optional<DialogKind> DialogOfMenu(std::string_view command) {
     if (Dialog(row.dialog).menuCommand == command) return row.dialog;
   }
   return std::nullopt;
+}
+
+bool MainWindow::Runs(std::string_view command) {
+  // The entries RunCommand answers in its own branches.
+  static constexpr std::array<std::string_view, 13> own = {
+      "file.new",          "file.open",         "file.save",          "file.save_as",
+      "file.recent",       "file.exit",         "view.output",        "variables.default",
+      "settings.language", "settings.font",     "settings.decimal_separator",
+      "edit.type_control_on", "edit.type_control_off",
+  };
+  return std::find(own.begin(), own.end(), command) != own.end() || DialogOfMenu(command).has_value() ||
+         RunsGridCommand(command) || RunsExchangeCommand(command) || RunsTransformCommand(command) ||
+         RunsEditingDialogCommand(command);
 }
 
 void MainWindow::RunCommand(const QString& command) {

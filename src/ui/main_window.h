@@ -71,8 +71,13 @@ class MainWindow : public QMainWindow {
   // true when the cell changed.
   bool EditDeclaration(int variable, int column);
   RecentFilesWindow* RecentFiles();
+  // Whether RunCommand does the work of a menu entry (else it answers "Sorry, under
+  // construction."): its own entries, the analysis dialogs and those below.
+  static bool Runs(std::string_view command);
   // The commands of the Edit, Data and Variables menus the window runs over the data grid.
   static bool RunsGridCommand(std::string_view command);
+  // File ▸ Export.
+  static bool RunsExchangeCommand(std::string_view command);
   // The grid's context menu: the menu bar's actions of those commands (the caller owns it).
   QMenu* GridContextMenu();
   // The Transformations entries the window runs.
