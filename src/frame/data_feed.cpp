@@ -4,10 +4,10 @@
 #include <fmt/format.h>
 
 #include "frame/report_writer.h"
+#include "lang/two_threads.h"
 #include "lang/utf8.h"
 #include "numeric/tolerance.h"
 #include "workspace/numbers.h"
-#include "lang/two_threads.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
@@ -50,7 +50,7 @@ bool DataFeed::IsMissingCode(int variable, double x) const {
   return IsMissingByCodes(missing_[variable], x);
 }
 
-bool DataFeed::ConvertCell(int row, int i, double& value) const {
+bool DataFeed::ReadCell(int row, int i, double& value) const {
   std::string_view text = ws_.data.GetCell(columns_[i], row);
   value = 0;
   if (text.empty()) return true;
@@ -76,7 +76,7 @@ const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
   column->values.reset(new double[m + 1]);
   column->missing.reset(new std::uint8_t[m + 1]);
   auto convert = [this, i, &column](int from, int to) {
-    for (int row = from; row <= to; ++row) column->missing[row] = ConvertCell(row, i, column->values[row]);
+    for (int row = from; row <= to; ++row) column->missing[row] = ReadCell(row, i, column->values[row]);
   };
   const int half = m / 2;
   RunOnTwoThreads(m >= kSplitRows, [&] { convert(half + 1, m); }, [&] { convert(1, half); });
@@ -87,7 +87,7 @@ const DataFeed::DenseColumn* DataFeed::Dense(int i) const {
 
 bool DataFeed::ReadPosition(int row, int i, double& value) const {
   const DenseColumn* column = row >= 1 && row <= ws_.data.NumberOfCases() ? Dense(i) : nullptr;
-  if (column == nullptr) return ConvertCell(row, i, value);
+  if (column == nullptr) return ReadCell(row, i, value);
   value = column->values[row];
   return column->missing[row] != 0;
 }

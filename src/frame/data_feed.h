@@ -39,7 +39,7 @@ class DataFeed {
   // Position i of one case read from its cell, as ReadPosition reads it, but never through
   // the column's converted copy: for a pass that reads each cell once, where the copy costs
   // more than it saves. It changes nothing in the feed, so threads may call it at once.
-  bool ReadCell(int row, int i, double& value) const { return ConvertCell(row, i, value); }
+  bool ReadCell(int row, int i, double& value) const;
 
   // One cell. Unlike ReadRow, a text that isn't a number reads as the valid value 0, so
   // that foreign text in a grouping variable falls into the group of code 0. An empty cell
@@ -57,7 +57,6 @@ class DataFeed {
     std::unique_ptr<double[]> values;
     std::unique_ptr<std::uint8_t[]> missing;
   };
-  bool ConvertCell(int row, int i, double& value) const;
   const DenseColumn* Dense(int i) const;
 
   const Workspace& ws_;

@@ -33,6 +33,12 @@ void RunParts(int parts, const std::function<void(int part, const std::atomic<bo
   if (sideFailed) std::rethrow_exception(sideFailed);
 }
 
+void ForEachItemInParts(int parts, int count, const std::function<void(int k)>& item) {
+  RunParts(parts, [&](int part, const std::atomic<bool>&) {
+    for (int k = FirstOfPart(part, parts, count) - 1; k < LastOfPart(part, parts, count); ++k) item(k);
+  });
+}
+
 int PartsFor(int threads, int items, long long rows) {
   constexpr long long kWorthAThread = 65536;  // cells of work below which a thread costs more than it saves
   if (threads < 2 || items < 2 || rows * items < kWorthAThread) return 1;

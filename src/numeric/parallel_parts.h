@@ -20,6 +20,10 @@ void RunParts(int parts, const std::function<void(int part, const std::atomic<bo
 // `threads` threads: 1 when the work is too small to be worth a thread.
 int PartsFor(int threads, int items, long long rows);
 
+// Calls item(k) for every k in 0..count-1, the items cut into `parts` runs of neighbours
+// (RunParts): for work whose items are independent and write only their own results.
+void ForEachItemInParts(int parts, int count, const std::function<void(int k)>& item);
+
 // The first and last item (1-based) of part p of `parts` over items 1..count.
 inline int FirstOfPart(int p, int parts, int count) { return 1 + static_cast<int>(static_cast<long long>(count) * p / parts); }
 inline int LastOfPart(int p, int parts, int count) { return FirstOfPart(p + 1, parts, count) - 1; }

@@ -185,11 +185,7 @@ Matrix MatrixReport::CoefficientsOf(CorrelationKind kind) {
     std::vector<KendallMeasures> measures(pairs.size());
     const int count = static_cast<int>(pairs.size());
     const int parts = PartsFor(run_.Threads(), count, n_);
-    RunParts(parts, [&](int part, const std::atomic<bool>&) {
-      for (int k = FirstOfPart(part, parts, count) - 1; k < LastOfPart(part, parts, count); ++k) {
-        measures[k] = KendallOf(columns_[pairs[k].first], columns_[pairs[k].second]);
-      }
-    });
+    ForEachItemInParts(parts, count, [&](int k) { measures[k] = KendallOf(columns_[pairs[k].first], columns_[pairs[k].second]); });
     for (int k = 0; k < count; ++k) kendall_[pairs[k]] = measures[k];
   }
   Matrix m(p, std::vector<double>(p, 1));
@@ -232,16 +228,14 @@ std::vector<std::vector<Cell>> MatrixReport::WriteMatrix(CorrelationKind kind) {
   std::vector<std::vector<Cell>> cells(l_.rows.size(), std::vector<Cell>(width));
   // The cells are computed side by side (each its own), then written in order below.
   const int parts = PartsFor(threads, count, n_);
-  RunParts(parts, [&](int part, const std::atomic<bool>&) {
-    for (int k = FirstOfPart(part, parts, count) - 1; k < LastOfPart(part, parts, count); ++k) {
-      const int i = k / width, j = k % width;
-      const int a = l_.Position(l_.rows[i]), b = l_.Position(l_.columns[j]);
-      const double value = a == b ? 1 : c == 0 ? m[a][b] : PartialCoefficient(m, a, b, controlPositions);
-      cells[i][j] = Test(kind, value, df);
-      // tau-b of two variables has the test with its ties, as in the analysis of pairs.
-      if (kind == CorrelationKind::KendallTauB && c == 0 && a != b && cells[i][j].value != 0) {
-        cells[i][j].p = NormalP2(kendall_.at({a, b}).zTauB);
-      }
+  ForEachItemInParts(parts, count, [&](int k) {
+    const int i = k / width, j = k % width;
+    const int a = l_.Position(l_.rows[i]), b = l_.Position(l_.columns[j]);
+    const double value = a == b ? 1 : c == 0 ? m[a][b] : PartialCoefficient(m, a, b, controlPositions);
+    cells[i][j] = Test(kind, value, df);
+    // tau-b of two variables has the test with its ties, as in the analysis of pairs.
+    if (kind == CorrelationKind::KendallTauB && c == 0 && a != b && cells[i][j].value != 0) {
+      cells[i][j].p = NormalP2(kendall_.at({a, b}).zTauB);
     }
   });
   const Names title = TitleOf(kind, c > 0);

@@ -52,24 +52,18 @@ Matrix CoefficientMatrix(CorrelationKind kind, const std::vector<std::vector<dou
   const int ranked = kind == CorrelationKind::Spearman ? p : 0;
   std::vector<std::vector<double>> ranks(ranked);
   int parts = PartsFor(threads, ranked, n);
-  RunParts(parts, [&](int part, const std::atomic<bool>&) {
-    for (int i = FirstOfPart(part, parts, ranked); i <= LastOfPart(part, parts, ranked); ++i) {
-      ranks[i - 1] = MidRanksInOrder(columns[i - 1]);
-    }
-  });
+  ForEachItemInParts(parts, ranked, [&](int i) { ranks[i] = MidRanksInOrder(columns[i]); });
   std::vector<std::pair<int, int>> pairs;
   for (int i = 0; i < p; ++i) {
     for (int j = i + 1; j < p; ++j) pairs.emplace_back(i, j);
   }
   const int count = static_cast<int>(pairs.size());
   parts = PartsFor(threads, count, n);
-  RunParts(parts, [&](int part, const std::atomic<bool>&) {
-    for (int k = FirstOfPart(part, parts, count); k <= LastOfPart(part, parts, count); ++k) {
-      const auto [i, j] = pairs[k - 1];
-      const double c = kind == CorrelationKind::Spearman ? MomentsOf(ranks[i], ranks[j]).r
-                                                         : PairCoefficient(kind, columns[i], columns[j]);
-      m[i][j] = m[j][i] = c;
-    }
+  ForEachItemInParts(parts, count, [&](int k) {
+    const auto [i, j] = pairs[k];
+    const double c = kind == CorrelationKind::Spearman ? MomentsOf(ranks[i], ranks[j]).r
+                                                       : PairCoefficient(kind, columns[i], columns[j]);
+    m[i][j] = m[j][i] = c;
   });
   return m;
 }

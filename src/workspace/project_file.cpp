@@ -11,17 +11,16 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <utility>
 
 #include "lang/cp1250.h"
 #include "lang/input_file.h"
+#include "lang/two_threads.h"
 #include "lang/utf8.h"
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
 #include "workspace/text_files.h"
-#include "lang/two_threads.h"
 #include "workspace/workspace.h"
 
 namespace tarvika {
