@@ -3,6 +3,7 @@
 // bytes, headers as the program writes them, and a workspace with every kind of declaration.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -45,7 +46,8 @@ class ProjectFileTest : public ::testing::Test {
  protected:
   void SetUp() override {
     dir = fs::temp_directory_path() /
-          ("tarvika_project_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+          ("tarvika_project_" + std::to_string(::getpid()) + "_" +
+           std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
     fs::remove_all(dir);
     fs::create_directories(dir);
     ws.programFolder = dir.string();
