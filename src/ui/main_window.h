@@ -128,8 +128,11 @@ class MainWindow : public QMainWindow {
   void OfferRenameOfDuplicates();
   // The selected cells of the data grid (the cursor's cell when none is selected).
   CellRect GridSelection() const;
-  // After a command changed cells or the tables' shape: the views read the tables again.
+  // After a command changed cells or the tables' shape: the views read the tables again,
+  // and the cursor goes to the cell.
   void AfterGridChange(const CellRect& cursor);
+  // Puts the grid's cursor in the cell (clamped to the table) when nothing else changed.
+  void MoveGridCursor(const CellRect& cursor);
 
   Session& session_;
   std::optional<LanguageTexts> texts_;
