@@ -21,6 +21,7 @@
 #include "analyses/command_table.h"
 #include "ui/analysis_form.h"
 #include "ui/main_window.h"
+#include "ui/qt_text.h"
 #include "ui/results_pane.h"
 #include "ui_test_support.h"
 #include "workspace/session.h"
@@ -89,7 +90,7 @@ class AnalysisFormsTest : public QObject {
         QVERIFY(window->OpenFile(project));
         opened = project;
       }
-      window->RunCommand(QString::fromUtf8(Dialog(command->dialog).menuCommand.data()));
+      window->RunCommand(ToQt(Dialog(command->dialog).menuCommand));
       AnalysisForm* form = window->Form(command->dialog);
       QVERIFY(form->isVisible());
       form->Reset();
@@ -137,7 +138,7 @@ class AnalysisFormsTest : public QObject {
       QVERIFY2(expected.startsWith("|| Tarvika 2.0\n"), qPrintable(QString::number(s.code)));
       QString shown = window->Results()->RunReport(ran - 1).replace("\r\n", "\n");
       QCOMPARE(shown, expected);
-      QCOMPARE(window->Results()->RunTitle(ran - 1), QString::fromUtf8(command->Entry(Language::English).data()));
+      QCOMPARE(window->Results()->RunTitle(ran - 1), ToQt(command->Entry(Language::English)));
       if (s.code == kCorrelationRegression) {
         QVERIFY(window->Results()->Outline()->topLevelItem(ran - 1)->text(0).endsWith("(Height, Pulse; Y: Wr.Hnd, Age | Sex)"));
       }
