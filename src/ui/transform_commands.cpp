@@ -53,8 +53,12 @@ bool RunFunction(Workspace& ws, const std::string& name) {
     std::optional<std::string> typed = ws.user.AskText(ws.Text("Y variable:", "Y változó:"), "");
     if (!typed) return false;
     std::optional<std::vector<int>> ys = TypedVariables(ws, *typed);
-    if (!ys || ys->size() != 1) return false;
-    y = ys->front();
+    if (!ys) return false;
+    if (ys->size() > 1) {
+      ws.user.Tell(ws.Text("Give one Y variable.", "Egy Y változót adjon meg."));
+      return false;
+    }
+    y = ys->empty() ? 0 : ys->front();  // none: the core asks for it
   }
   if (u) {
     std::optional<std::string> typed = ws.user.AskText(ws.Text("The constant c:", "A c konstans:"), "1");
