@@ -85,7 +85,7 @@ CellRect MainWindow::GridSelection() const {
 void MainWindow::AfterGridChange(const CellRect& cursor) {
   dataModel_->Reload();
   variableModel_->Reload();
-  ApplyFontSize();
+  FitColumns();
   ShowTitle();
   MoveGridCursor(cursor);
 }

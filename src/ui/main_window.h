@@ -102,6 +102,8 @@ class MainWindow : public QMainWindow {
  private:
   void BuildMenus();
   void ApplyFontSize();
+  // The columns' widths from the font and the cells (a reload forgets them).
+  void FitColumns();
   void ShowStatus(std::string_view text, std::string_view window = "MainForm");
   bool SaveAs();
   void ShowReportFile(const std::string& path);
