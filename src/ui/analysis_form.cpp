@@ -451,8 +451,7 @@ void AnalysisForm::SetCommand(int code) {
   dialog_.commandCode = code;
   // A list the command doesn't read, or one over its capacity, gives its names back.
   for (auto& [role, target] : targets_) {
-    const std::vector<int>& commands = target.hint->commands;
-    bool shown = commands.empty() || std::find(commands.begin(), commands.end(), code) != commands.end();
+    const bool shown = target.hint->ReadBy(code);
     std::vector<std::string>* names = Names(role);
     if (!shown && names != nullptr) names->clear();
     if (!shown && role == ListRole::Conditional) dialog_.conditional.clear();
@@ -471,8 +470,7 @@ void AnalysisForm::ShowPanels() {
   filling_ = false;
   const Language lang = ws_.language;
   for (auto& [role, target] : targets_) {
-    const std::vector<int>& commands = target.hint->commands;
-    target.box->setHidden(!commands.empty() && std::find(commands.begin(), commands.end(), code) == commands.end());
+    target.box->setHidden(!target.hint->ReadBy(code));
     const ListOverride* o = OverrideOf(role);
     std::string_view english = o ? o->english : target.hint->english, hungarian = o ? o->hungarian : target.hint->hungarian;
     QString caption = o == nullptr && target.hint->captionTag != 0

@@ -79,11 +79,12 @@ ErrorListWindow* MainWindow::ErrorList() {
     errorList_ = new ErrorListWindow(session_.ws, this);
     connect(errorList_, &ErrorListWindow::CellChosen, this, [this](int row, int col) {
       pages_->setCurrentIndex(0);
-      AfterGridChange(CellRect{col, row, col, row});
+      MoveGridCursor(CellRect{col, row, col, row});
     });
     connect(errorList_, &ErrorListWindow::VariableChosen, this, [this](int variable) {
       pages_->setCurrentIndex(0);
-      AfterGridChange(CellRect{variable, GridSelection().row1, variable, GridSelection().row1});
+      const int row = GridSelection().row1;
+      MoveGridCursor(CellRect{variable, row, variable, row});
     });
   }
   return errorList_;

@@ -4,6 +4,7 @@
 // and the few parameters whose control is not the plain one of their kind. A dialog kind
 // without an entry gets a selected and a conditional list.
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -20,6 +21,11 @@ struct ListHint {
   int capacity = 0;           // 0: any number of names
   std::vector<int> commands;  // the commands that read the list; empty: all
   int captionTag = 0;         // a line of the language files that captions it, if any
+
+  // Whether the command reads the list (else the form hides it and gives its names back).
+  bool ReadBy(int command) const {
+    return commands.empty() || std::find(commands.begin(), commands.end(), command) != commands.end();
+  }
 };
 
 // A list's caption or capacity for one command ("Case code variable" for the inter-rater run).

@@ -85,8 +85,12 @@ CellRect MainWindow::GridSelection() const {
 void MainWindow::AfterGridChange(const CellRect& cursor) {
   dataModel_->Reload();
   variableModel_->Reload();
-  ApplyFontSize();
+  FitColumns();
   ShowTitle();
+  MoveGridCursor(cursor);
+}
+
+void MainWindow::MoveGridCursor(const CellRect& cursor) {
   int row = std::clamp(cursor.row1, 1, std::max(1, dataModel_->rowCount())) - 1;
   int col = std::clamp(cursor.col1, 1, std::max(1, dataModel_->columnCount())) - 1;
   dataView_->setCurrentIndex(dataModel_->index(row, col));
@@ -192,7 +196,11 @@ bool MainWindow::RunGridCommand(const std::string& name) {
     }
     if (!hits.empty()) cursor = CellRect{hits[0].col, hits[0].row, hits[0].col, hits[0].row};
   }
-  if (changed || cursor.row1 != rect.row1 || cursor.col1 != rect.col1) AfterGridChange(cursor);
+  if (changed) {
+    AfterGridChange(cursor);
+  } else if (cursor.row1 != rect.row1 || cursor.col1 != rect.col1) {
+    MoveGridCursor(cursor);  // the tables are as they were: no reload, the widths stay
+  }
   return true;
 }
 

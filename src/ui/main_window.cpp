@@ -407,7 +407,10 @@ void MainWindow::ApplyFontSize() {
       view->verticalHeader()->setDefaultSectionSize(QFontMetrics(font).height() + 6);
     }
   }
-  // The columns follow the font, so no header is cut.
+  FitColumns();  // the columns follow the font, so no header is cut
+}
+
+void MainWindow::FitColumns() {
   Workspace& ws = session_.ws;
   QFontMetrics fm = variableView_->fontMetrics();
   const int widths[] = {50, 100, 150, 100, 100, 100, 100};

@@ -102,6 +102,8 @@ class MainWindow : public QMainWindow {
  private:
   void BuildMenus();
   void ApplyFontSize();
+  // The columns' widths from the font and the cells (a reload forgets them).
+  void FitColumns();
   void ShowStatus(std::string_view text, std::string_view window = "MainForm");
   bool SaveAs();
   void ShowReportFile(const std::string& path);
@@ -128,8 +130,11 @@ class MainWindow : public QMainWindow {
   void OfferRenameOfDuplicates();
   // The selected cells of the data grid (the cursor's cell when none is selected).
   CellRect GridSelection() const;
-  // After a command changed cells or the tables' shape: the views read the tables again.
+  // After a command changed cells or the tables' shape: the views read the tables again,
+  // and the cursor goes to the cell.
   void AfterGridChange(const CellRect& cursor);
+  // Puts the grid's cursor in the cell (clamped to the table) when nothing else changed.
+  void MoveGridCursor(const CellRect& cursor);
 
   Session& session_;
   std::optional<LanguageTexts> texts_;

@@ -12,6 +12,7 @@
 #include "analyses/command_table.h"
 #include "ui/analysis_form.h"
 #include "ui/main_window.h"
+#include "ui/qt_text.h"
 #include "ui/report_window.h"
 #include "ui/results_pane.h"
 
@@ -27,8 +28,7 @@ QString DialogPictureName(DialogKind kind) {
     case DialogKind::Relations: return "relationship";
     default: break;
   }
-  QString menu = QString::fromUtf8(Dialog(kind).menuCommand.data(), static_cast<int>(Dialog(kind).menuCommand.size()));
-  return menu.section('.', -1);
+  return ToQt(Dialog(kind).menuCommand).section('.', -1);
 }
 
 // Fills the lists the command shows with names from the source list, so the picture shows

@@ -31,6 +31,9 @@ int CaseBound(const QLineEdit* field, int cases) {
   return n;
 }
 
+// The data folder of the program: where the file dialog starts and a bare name goes.
+std::filesystem::path DataFolder(const Workspace& ws) { return std::filesystem::path(ws.programFolder) / "dat"; }
+
 }  // namespace
 
 SplitDialog::SplitDialog(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws) {
@@ -68,7 +71,7 @@ QWidget* SplitDialog::MakeSection(int section, const QString& title) {
   Section& s = sections_[section];
   auto* box = new QGroupBox(title, this);
   s.file = new QLineEdit(box);
-  s.file->setPlaceholderText(ToQt((std::filesystem::path(ws_.programFolder) / "dat").string() + "/"));
+  s.file->setPlaceholderText(ToQt(DataFolder(ws_).string() + "/"));
   s.variables = new QLineEdit(box);
   s.variables->setPlaceholderText(ToQt(ws_.Text("all", "mind")));
   s.all = new QRadioButton(ToQt(ws_.Text("All", "Mind")), box);
@@ -102,7 +105,7 @@ QWidget* SplitDialog::MakeSection(int section, const QString& title) {
   form->addRow(write);
 
   connect(browse, &QPushButton::clicked, this, [this, &s] {
-    QString path = QFileDialog::getSaveFileName(this, QString(), ToQt((std::filesystem::path(ws_.programFolder) / "dat").string()),
+    QString path = QFileDialog::getSaveFileName(this, QString(), ToQt(DataFolder(ws_).string()),
                                                 "Tarvika (*.msw)");
     if (!path.isEmpty()) s.file->setText(path);
   });
@@ -127,7 +130,7 @@ std::optional<SplitPart> SplitDialog::PartOf(int section) {
   if (!file.empty()) {
     // A bare name goes into the data folder, as a project.
     std::filesystem::path path(file);
-    if (!path.has_parent_path()) path = std::filesystem::path(ws_.programFolder) / "dat" / path;
+    if (!path.has_parent_path()) path = DataFolder(ws_) / path;
     if (path.extension().empty()) path += ".msw";
     part.path = path.string();
   }

@@ -87,15 +87,15 @@ bool DataMatrixModel::setData(const QModelIndex& index, const QVariant& value, i
   if (!index.isValid() || role != Qt::EditRole) return false;
   int c = index.column() + 1, r = index.row() + 1;
   std::string text = CellText(value);
-  QString before = QString::fromStdString(std::string(ws_.data.GetCell(c, r)));
   if (ws_.data.GetCell(c, r) == text) return false;
+  const QString before = ToQt(ws_.data.GetCell(c, r));
   ws_.data.SetCell(c, r, text);
   ws_.dataChanged = true;
   // With the type control on: a numeric cell is cleaned, a fault told or offered its choices.
   CellFault fault = FindCellFault(ws_, c, r);
   if (fault == CellFault::NonNumeric) TellCellFault(ws_, c, fault);
   emit dataChanged(index, index);
-  emit CellEdited(c, r, before, QString::fromStdString(std::string(ws_.data.GetCell(c, r))));
+  emit CellEdited(c, r, before, ToQt(ws_.data.GetCell(c, r)));
   if (fault == CellFault::OutOfRange) emit EnteredOutOfRange(c, r);
   return true;
 }

@@ -53,8 +53,12 @@ bool RunFunction(Workspace& ws, const std::string& name) {
     std::optional<std::string> typed = ws.user.AskText(ws.Text("Y variable:", "Y változó:"), "");
     if (!typed) return false;
     std::optional<std::vector<int>> ys = TypedVariables(ws, *typed);
-    if (!ys || ys->size() != 1) return false;
-    y = ys->front();
+    if (!ys) return false;
+    if (ys->size() > 1) {
+      ws.user.Tell(ws.Text("Give one Y variable.", "Egy Y változót adjon meg."));
+      return false;
+    }
+    y = ys->empty() ? 0 : ys->front();  // none: the core asks for it
   }
   if (u) {
     std::optional<std::string> typed = ws.user.AskText(ws.Text("The constant c:", "A c konstans:"), "1");
@@ -186,6 +190,38 @@ bool RunRandom(Workspace& ws) {
   }
 }
 
+// The prompts of a recode or a count: the variables, the rule lines and the new names.
+bool RunRecodeOrCount(Workspace& ws, bool recode) {
+  std::optional<std::string> names =
+      ws.user.AskText(recode ? ws.Text("Variables to recode (short names, separated by commas):",
+                                       "Átkódolandó változók (rövid nevek vesszővel):")
+                             : ws.Text("Variables to count in (short names, separated by commas):",
+                                       "Változók, amelyekben számolunk (rövid nevek vesszővel):"),
+                      "");
+  if (!names) return false;
+  std::optional<std::vector<int>> variables = TypedVariables(ws, *names);
+  if (!variables) return false;
+  std::optional<std::string> lines = ws.user.AskText(
+      recode ? ws.Text("Rules, separated by | (e.g. (c) 1 ... 3 -> 1 | (f) Else -> same):",
+                       "Szabályok | jellel elválasztva (pl. (c) 1 ... 3 -> 1 | (f) Else -> same):")
+             : ws.Text("Values to count, separated by | (e.g. (a) 1 | (c) 4 ... 5):",
+                       "Számolandó értékek | jellel elválasztva (pl. (a) 1 | (c) 4 ... 5):"),
+      "");
+  if (!lines) return false;
+  std::optional<std::vector<RecodeRule>> rules = ParseRules(ws, SplitTyped(*lines, '|'), recode);
+  if (!rules) return false;
+  std::optional<std::string> targets = ws.user.AskText(
+      recode ? ws.Text("New variables, one per recoded variable (empty: recode in place):",
+                       "Új változók, átkódolt változónként egy (üres: helyben kódolás):")
+             : ws.Text("Short name of the new variable:", "Az új változó rövid neve:"),
+      "");
+  if (!targets) return false;
+  if (!recode) return CountValues(ws, *variables, *rules, {*targets, "", Placement::End});
+  std::vector<std::string> into = SplitTyped(*targets, ',');
+  int done = into.empty() ? RecodeSame(ws, *variables, *rules) : RecodeDifferent(ws, *variables, into, *rules);
+  return done >= 0;
+}
+
 }  // namespace
 
 bool MainWindow::RunsTransformCommand(std::string_view command) {
@@ -197,49 +233,13 @@ bool MainWindow::RunsTransformCommand(std::string_view command) {
 bool MainWindow::RunTransformCommand(const std::string& name) {
   if (!RunsTransformCommand(name)) return false;
   Workspace& ws = session_.ws;
-  if (name != "transform.recode" && name != "transform.count") {
-    if (journals_.Around(ws, [&] {
-          return name == "transform.random"         ? RunRandom(ws)
-                 : name == "transform.weighted_sum" ? RunWeightedSum(ws)
-                                                    : RunFunction(ws, name);
-        })) {
-      ws.dataChanged = true;
-      AfterGridChange(GridSelection());
-    }
-    return true;
-  }
-  const bool recode = name == "transform.recode";
-  std::optional<std::string> names =
-      ws.user.AskText(recode ? ws.Text("Variables to recode (short names, separated by commas):",
-                                       "Átkódolandó változók (rövid nevek vesszővel):")
-                             : ws.Text("Variables to count in (short names, separated by commas):",
-                                       "Változók, amelyekben számolunk (rövid nevek vesszővel):"),
-                      "");
-  if (!names) return true;
-  std::optional<std::vector<int>> variables = TypedVariables(ws, *names);
-  if (!variables) return true;
-  std::optional<std::string> lines = ws.user.AskText(
-      recode ? ws.Text("Rules, separated by | (e.g. (c) 1 ... 3 -> 1 | (f) Else -> same):",
-                       "Szabályok | jellel elválasztva (pl. (c) 1 ... 3 -> 1 | (f) Else -> same):")
-             : ws.Text("Values to count, separated by | (e.g. (a) 1 | (c) 4 ... 5):",
-                       "Számolandó értékek | jellel elválasztva (pl. (a) 1 | (c) 4 ... 5):"),
-      "");
-  if (!lines) return true;
-  std::optional<std::vector<RecodeRule>> rules = ParseRules(ws, SplitTyped(*lines, '|'), recode);
-  if (!rules) return true;
-  std::optional<std::string> targets = ws.user.AskText(
-      recode ? ws.Text("New variables, one per recoded variable (empty: recode in place):",
-                       "Új változók, átkódolt változónként egy (üres: helyben kódolás):")
-             : ws.Text("Short name of the new variable:", "Az új változó rövid neve:"),
-      "");
-  if (!targets) return true;
-  bool changed = journals_.Around(ws, [&] {
-    if (!recode) return CountValues(ws, *variables, *rules, {*targets, "", Placement::End});
-    std::vector<std::string> into = SplitTyped(*targets, ',');
-    int done = into.empty() ? RecodeSame(ws, *variables, *rules) : RecodeDifferent(ws, *variables, into, *rules);
-    return done >= 0;
-  });
-  if (changed) {
+  if (journals_.Around(ws, [&] {
+        return name == "transform.random"         ? RunRandom(ws)
+               : name == "transform.weighted_sum" ? RunWeightedSum(ws)
+               : name == "transform.recode"       ? RunRecodeOrCount(ws, true)
+               : name == "transform.count"        ? RunRecodeOrCount(ws, false)
+                                                  : RunFunction(ws, name);
+      })) {
     ws.dataChanged = true;
     AfterGridChange(GridSelection());
   }

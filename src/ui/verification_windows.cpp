@@ -18,6 +18,16 @@
 #include "workspace/workspace.h"
 
 namespace tarvika {
+namespace {
+
+// The variable of a line number "=" name ";" (a variable hit, a duplicated name); 0 when none.
+int VariableOfLine(const std::string& line) {
+  int variable = 0;
+  auto [end, ec] = std::from_chars(line.data(), line.data() + line.size(), variable);
+  return ec == std::errc() && variable > 0 ? variable : 0;
+}
+
+}  // namespace
 
 ErrorListWindow::ErrorListWindow(const Workspace& ws, QWidget* parent) : QDialog(parent) {
   setObjectName("THibakForm");
@@ -41,10 +51,7 @@ void ErrorListWindow::OpenChosen() {
   if (item == nullptr) return;
   const std::string line = ToStd(item->text());
   if (variableHits_) {
-    // number "=" name ";"
-    int variable = 0;
-    auto [end, ec] = std::from_chars(line.data(), line.data() + line.size(), variable);
-    if (ec == std::errc() && variable > 0) emit VariableChosen(variable);
+    if (int variable = VariableOfLine(line)) emit VariableChosen(variable);
     return;
   }
   if (auto cell = FindingCell(line)) emit CellChosen(cell->first, cell->second);
@@ -161,10 +168,7 @@ bool ResolveDuplicatesDialog::ChangeName() {
   QListWidgetItem* item = list_->currentItem();
   const std::string name = ToStd(name_->text().trimmed());
   if (item == nullptr || name.empty()) return false;
-  // number "=" name ";"
-  const std::string line = ToStd(item->text());
-  int variable = 0;
-  std::from_chars(line.data(), line.data() + line.size(), variable);
+  const int variable = VariableOfLine(ToStd(item->text()));
   if (!change_([&] { return RenameVariable(ws_, variable, name); })) return false;
   name_->clear();
   Fill();

@@ -16,11 +16,11 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 #include "analyses/command_table.h"
 #include "ui/analysis_form.h"
 #include "ui/main_window.h"
+#include "ui/qt_text.h"
 #include "ui/results_pane.h"
 #include "ui_test_support.h"
 #include "workspace/session.h"
@@ -89,7 +89,7 @@ class AnalysisFormsTest : public QObject {
         QVERIFY(window->OpenFile(project));
         opened = project;
       }
-      window->RunCommand(QString::fromUtf8(Dialog(command->dialog).menuCommand.data()));
+      window->RunCommand(ToQt(Dialog(command->dialog).menuCommand));
       AnalysisForm* form = window->Form(command->dialog);
       QVERIFY(form->isVisible());
       form->Reset();
@@ -137,7 +137,7 @@ class AnalysisFormsTest : public QObject {
       QVERIFY2(expected.startsWith("|| Tarvika 2.0\n"), qPrintable(QString::number(s.code)));
       QString shown = window->Results()->RunReport(ran - 1).replace("\r\n", "\n");
       QCOMPARE(shown, expected);
-      QCOMPARE(window->Results()->RunTitle(ran - 1), QString::fromUtf8(command->Entry(Language::English).data()));
+      QCOMPARE(window->Results()->RunTitle(ran - 1), ToQt(command->Entry(Language::English)));
       if (s.code == kCorrelationRegression) {
         QVERIFY(window->Results()->Outline()->topLevelItem(ran - 1)->text(0).endsWith("(Height, Pulse; Y: Wr.Hnd, Age | Sex)"));
       }
@@ -254,14 +254,11 @@ class AnalysisFormsTest : public QObject {
     std::string error;
     QVERIFY(pane->ExportHtml((root_ / "session.html").string(), &error));
     QVERIFY(pane->ExportText((root_ / "session.txt").string(), &error));
-    std::ifstream html(root_ / "session.html");
-    std::string page((std::istreambuf_iterator<char>(html)), std::istreambuf_iterator<char>());
+    const std::string page = tarvika::test::Bytes(root_ / "session.html");
     std::size_t first = page.find("<h2>Basic descriptive statistics</h2>"), last = page.find("<h2>Test of normality</h2>");
     QVERIFY(first != std::string::npos && last != std::string::npos && first < last);
     QVERIFY(page.find("<td class=\"n\">74.15</td>") != std::string::npos);
-    std::ifstream text(root_ / "session.txt", std::ios::binary);
-    std::string all((std::istreambuf_iterator<char>(text)), std::istreambuf_iterator<char>());
-    QCOMPARE(QString::fromStdString(all), pane->RunReport(0) + "\n\n" + pane->RunReport(1) + "\n\n" + pane->RunReport(2));
+    QCOMPARE(QString::fromStdString(tarvika::test::Bytes(root_ / "session.txt")), pane->RunReport(0) + "\n\n" + pane->RunReport(1) + "\n\n" + pane->RunReport(2));
 
     // Html reports: their tables as tables, their figures drawn beside them.
     window->MenuAction("view.html_reports")->trigger();
@@ -323,10 +320,7 @@ class AnalysisFormsTest : public QObject {
 
  private:
   std::unique_ptr<MainWindow> Start(Session& session) {
-    StartOptions options;
-    options.programFolder = (root_ / "gui").string();
-    options.decimalSeparator = '.';
-    if (session.StartUp(options) != StartResult::Ready) return nullptr;
+    if (!tarvika::test::StartIn(session, root_ / "gui")) return nullptr;
     auto window = std::make_unique<MainWindow>(session);
     window->show();
     window->RunCommand("settings.language");  // no settings file: Hungarian; the runs are English

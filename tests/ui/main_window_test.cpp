@@ -143,11 +143,7 @@ class MainWindowTest : public QObject {
     QVERIFY(recent->actions().front()->text().endsWith(project));
 
     // A damaged file is told once: no question follows for each declaration it lost.
-    {
-      std::ifstream whole(project.toStdString(), std::ios::binary);
-      std::string bytes((std::istreambuf_iterator<char>(whole)), std::istreambuf_iterator<char>());
-      std::ofstream((root_ / "dat" / "cut.msw").string(), std::ios::binary) << bytes.substr(0, 120);
-    }
+    std::ofstream((root_ / "dat" / "cut.msw").string(), std::ios::binary) << tarvika::test::Bytes(project.toStdString()).substr(0, 120);
     std::size_t asked = user.asked.size(), told = user.told.size();
     QVERIFY(!window.OpenFile(QString::fromStdString((root_ / "dat" / "cut.msw").string())));
     QCOMPARE(user.asked.size(), asked + 1);  // only whether to save the open project first

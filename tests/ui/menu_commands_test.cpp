@@ -236,6 +236,14 @@ class MenuCommandsTest : public QObject {
     for (const char* text : {"nosuch"}) user.QueueText(text);
     window.RunCommand("transform.bivariate");
     QCOMPARE(data->model()->columnCount(), 7);
+    // The Y of x+y is one variable: none or two are told, and nothing changes.
+    for (const char* text : {"x+y", "kor", "", "s"}) user.QueueText(text);
+    window.RunCommand("transform.bivariate");
+    QCOMPARE(QString::fromStdString(user.told.back()), QString::fromUtf8("Válasszon Y változót!"));
+    for (const char* text : {"x+y", "kor", "kor, nem"}) user.QueueText(text);
+    window.RunCommand("transform.bivariate");
+    QCOMPARE(QString::fromStdString(user.told.back()), QString::fromUtf8("Egy Y változót adjon meg."));
+    QCOMPARE(data->model()->columnCount(), 7);
     QVERIFY(SaveProject(session.ws, (root_ / "ui.msw").string()));
 
     const std::string dir = "--program-dir '" + root_.string() + "' ";
