@@ -85,7 +85,6 @@ class Agglomeration {
   TriangleStore<double> d64_;
   TriangleStore<float> d32_;
   std::vector<int> active_;  // ids (first patterns) in order
-  std::vector<char> alive_;
   std::vector<int> size_, distinct_;
   std::vector<double> mean_, ss_, min_, max_;  // per id x V
   std::vector<int> nn_;                        // nearest earlier cluster
