@@ -13,12 +13,6 @@ namespace {
 
 constexpr int kBlockColumns = 10;
 
-// Figures of homogeneity as the report shows them: divided by VarT without standardization.
-double HcShown(const PatternSet& set, double hc) {
-  const double varT = Pooled(set).varT;
-  return set.standardized || varT <= kPatternZero ? hc : hc / varT;
-}
-
 void WriteVariableRows(AnalysisRun& run, const PatternVariables& vars, const PatternSet& set, const Cluster& c) {
   ReportWriter& r = run.report;
   const Language lang = run.ws.language;

@@ -173,15 +173,13 @@ void HierarchicalCluster(AnalysisRun& run) {
       r.NumberCell(std::to_string(k));
       r.NumberCell(Dec(essPlus, 3));
       r.NumberCell(Dec(eess, 2));
-      const double varT = Pooled(set).varT;
-      auto hcShown = [&](double hc) { return set.standardized || varT <= kPatternZero ? hc : hc / varT; };
       if (k > 1) {
         const double xb = XieBeniMod(set, tree.ClosestMeans(), ss);
         r.NumberCell(quality ? Dec(q.pointBiserial, 3) : "");
         r.NumberCell(Dec(xb, 3));
         r.NumberCell(quality ? Dec(q.silhouette, 3) : "");
-        r.NumberCell(quality ? Dec(hcShown(q.hcMean), 3) : "");
-        r.NumberCell(quality ? Dec(hcShown(q.hcMin), 2) + "_" + Dec(hcShown(q.hcMax), 2) : "");
+        r.NumberCell(quality ? Dec(HcShown(set, q.hcMean), 3) : "");
+        r.NumberCell(quality ? Dec(HcShown(set, q.hcMin), 2) + "_" + Dec(HcShown(set, q.hcMax), 2) : "");
         const auto [a, b] = tree.NextPair();
         r.Cell(fmt::format("{} ({})", set.firstRow[tree.FirstPatternAt(a)], tree.SizeAt(a)));
         r.Cell(fmt::format("{} ({})", set.firstRow[tree.FirstPatternAt(b)], tree.SizeAt(b)));

@@ -61,6 +61,11 @@ PooledScale Pooled(const PatternSet& set) {
   return s;
 }
 
+double HcShown(const PatternSet& set, double hc) {
+  const double varT = Pooled(set).varT;
+  return set.standardized || varT <= kPatternZero ? hc : hc / varT;
+}
+
 int SaveClusterCodes(AnalysisRun& run, const PatternSet& set, const std::vector<int>& codeOfPattern,
                      const std::string& name, const std::string& longName, int column) {
   Workspace& ws = run.ws;
