@@ -36,6 +36,9 @@ class TriangleStore {
   T* data_ = nullptr;
 };
 
+// Up to this many patterns the matrix is kept in double precision.
+inline constexpr int kDoubleMatrixPatterns = 20000;
+
 enum class LinkageMethod { Average = 1, Single, Complete, Centroid, Median, Ward, BetaFlexible };
 
 class Agglomeration {

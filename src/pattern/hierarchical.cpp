@@ -16,8 +16,6 @@ namespace tarvika {
 namespace {
 
 constexpr int kQualityClusters = 50;
-// Up to this many patterns the matrix is kept in double precision.
-constexpr int kDoubleMatrixPatterns = 20000;
 
 struct MethodName {
   std::string_view choice, english, hungarian;

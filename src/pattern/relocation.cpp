@@ -353,7 +353,7 @@ void Relocation(AnalysisRun& run) {
       WriteQualityFootnote(run);
     } else {
       start.K = std::min(q.Get(param::kClusters), set.D);
-      Agglomeration tree(set, LinkageMethod::Ward, DistanceType::Ased, 0, set.D > 20000);
+      Agglomeration tree(set, LinkageMethod::Ward, DistanceType::Ased, 0, set.D > kDoubleMatrixPatterns);
       while (tree.K() > start.K) tree.Fuse();
       start.labels = tree.Labels();
       start.ssCluster = tree.SsCluster();
