@@ -255,8 +255,8 @@ void ClassifyNewCases(AnalysisRun& run, const PatternSet& set,
                      Fixed(threshold, 4)));
   Workspace& ws = run.ws;
   if (savedColumn == 0) {
-    savedColumn = SaveClusterCodes(run, set, std::vector<int>(set.D, 0), saveName,
-                                   fmt::format("{}{}", run.T("KMeans_Cluster_", "Klaszter kódváltozó_"), K), 0);
+    savedColumn =
+        NewClusterCodeVariable(run, saveName, fmt::format("{}{}", run.T("KMeans_Cluster_", "Klaszter kódváltozó_"), K));
     if (savedColumn == 0) return;
   }
   for (int i = 0; i < N; ++i) {
