@@ -7,11 +7,11 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <fstream>
 #include <sstream>
 
 #include "lambda/lambda_system.h"
 #include "numeric/stat_tables.h"
+#include "support/cli_runner.h"
 #include "support/temp_folder.h"
 #include "transform/random_generators.h"
 
@@ -30,10 +30,7 @@ std::vector<std::string> Lines(const std::string& text) {
 // The whole file takes the tool some seconds; the rows checked here are the first, rows of
 // both signs of lambda and the last. The test of the label "slow" compares all of them.
 TEST(LambdaTable, ShippedRowsAreWhatTheToolWrites) {
-  std::ifstream in(kShipped / "lambda.txt");
-  std::stringstream text;
-  text << in.rdbuf();
-  const std::vector<std::string> lines = Lines(text.str());
+  const std::vector<std::string> lines = Lines(test::ReadFile(kShipped / "lambda.txt"));
   ASSERT_EQ(lines.size(), 72u);
   // The shape of each row is the file's own; which shapes the rows have, the slow test checks.
   for (std::size_t row : {0u, 4u, 20u, 39u, 71u}) {
