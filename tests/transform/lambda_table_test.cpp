@@ -44,7 +44,7 @@ TEST(LambdaTable, ShippedRowsAreWhatTheToolWrites) {
 // Independent of the solver: the moments of Q(u) = l1 + (u^l3 - (1-u)^l4)/l2 by numerical
 // integration over u.
 TEST(LambdaTable, EveryRowHasItsShape) {
-  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped);
+  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped).value();
   for (const LambdaRow& row : table) {
     // Midpoint rule on a grid dense near both ends, where the quantile may grow without bound.
     double m1 = 0, m2 = 0, m3 = 0, m4 = 0;
@@ -71,7 +71,7 @@ TEST(LambdaTable, EveryRowHasItsShape) {
 }
 
 TEST(LambdaTable, RowChoiceAndItsCrossedLimits) {
-  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped);
+  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped).value();
   auto chosen = [&](double s, double k) { return ChooseLambdaRow(table, s, k); };
   EXPECT_EQ(chosen(0, 3).row, &table[2]);  // skewness 0, kurtosis 2.94
   EXPECT_EQ(chosen(-1, 5).sign, -1);
@@ -91,7 +91,7 @@ TEST(LambdaTable, RowChoiceAndItsCrossedLimits) {
 }
 
 TEST(LambdaTable, DrawnValuesHaveTheRowsShape) {
-  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped);
+  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped).value();
   RandomSource source(99);
   const GeneratorInfo& info = *FindGenerator("lambda");
   const auto made = Generate(info, {-1, 5.2}, 200000, source, &table, Language::English, '.');
