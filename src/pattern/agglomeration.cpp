@@ -72,7 +72,6 @@ Agglomeration::Agglomeration(const PatternSet& set, LinkageMethod method, Distan
   summary_.sd = ss > kPatternZero && pairs > 1 ? std::sqrt(ss / (pairs - 1)) : 0;
   const int V = set.V;
   active_.resize(n_);
-  alive_.assign(n_, 1);
   size_ = set.multiplicity;
   distinct_.assign(n_, 1);
   mean_ = set.x;
@@ -258,7 +257,6 @@ double Agglomeration::Fuse() {
   members_[q].clear();
   members_[q].shrink_to_fit();
   active_.erase(active_.begin() + qPlace);
-  alive_[q] = 0;
 
   // Nearest earlier clusters: the fused one from scratch; a later one when its neighbour
   // was fused and the new distance doesn't keep it; the others only compare.

@@ -36,6 +36,9 @@ class TriangleStore {
   T* data_ = nullptr;
 };
 
+// Up to this many patterns the matrix is kept in double precision.
+inline constexpr int kDoubleMatrixPatterns = 20000;
+
 enum class LinkageMethod { Average = 1, Single, Complete, Centroid, Median, Ward, BetaFlexible };
 
 class Agglomeration {
@@ -85,7 +88,6 @@ class Agglomeration {
   TriangleStore<double> d64_;
   TriangleStore<float> d32_;
   std::vector<int> active_;  // ids (first patterns) in order
-  std::vector<char> alive_;
   std::vector<int> size_, distinct_;
   std::vector<double> mean_, ss_, min_, max_;  // per id x V
   std::vector<int> nn_;                        // nearest earlier cluster

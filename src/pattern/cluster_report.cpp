@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "frame/analysis_run.h"
+#include "frame/number_text.h"
 #include "workspace/workspace.h"
 #include "numeric/probability.h"
 #include "pattern/pattern_text.h"
@@ -12,12 +13,6 @@ namespace tarvika {
 namespace {
 
 constexpr int kBlockColumns = 10;
-
-// Figures of homogeneity as the report shows them: divided by VarT without standardization.
-double HcShown(const PatternSet& set, double hc) {
-  const double varT = Pooled(set).varT;
-  return set.standardized || varT <= kPatternZero ? hc : hc / varT;
-}
 
 void WriteVariableRows(AnalysisRun& run, const PatternVariables& vars, const PatternSet& set, const Cluster& c) {
   ReportWriter& r = run.report;
@@ -69,9 +64,9 @@ void WriteAnova(AnalysisRun& run, const PatternVariables& vars, const PatternSet
     const double eta = ssb + ssw <= kPatternZero ? 1 : ssb / (ssb + ssw);
     r.FirstCell(std::to_string(v + 1));
     r.Cell(vars.names[v]);
-    r.NumberCell(Dec(f, 2));
-    r.NumberCell(Dec(p, 4));
-    r.NumberCell(Dec(eta, 3));
+    r.NumberCell(Fixed(f, 2));
+    r.NumberCell(Fixed(p, 4));
+    r.NumberCell(Fixed(eta, 3));
     r.EndRow();
   }
   r.EndTable();
@@ -123,14 +118,14 @@ void WriteQualityLine(AnalysisRun& run, const PatternSet& set, const QualityReco
   r.Cell(s ? run.T("HCmean", "HCátlag") : run.T("HCmeanS", "HCátlagS"));
   r.Cell(relocation ? (s ? "HC min_max" : "HCstan min_max") : " min_max  ");
   r.EndRow();
-  r.FirstCell(Dec(q.eessPercent, 2));
-  r.NumberCell(Dec(q.pointBiserial, 3));
-  if (relocation) r.NumberCell(Dec(q.clusterDelta, 3));
-  r.NumberCell(Dec(q.xieBeniMod, 3));
-  if (relocation) r.NumberCell(Dec(q.generalizedDunn, 3));
-  r.NumberCell(Dec(q.silhouette, 3));
-  r.NumberCell(Dec(HcShown(set, q.hcMean), 3));
-  r.NumberCell(Dec(HcShown(set, q.hcMin), 2) + "_" + Dec(HcShown(set, q.hcMax), 2));
+  r.FirstCell(Fixed(q.eessPercent, 2));
+  r.NumberCell(Fixed(q.pointBiserial, 3));
+  if (relocation) r.NumberCell(Fixed(q.clusterDelta, 3));
+  r.NumberCell(Fixed(q.xieBeniMod, 3));
+  if (relocation) r.NumberCell(Fixed(q.generalizedDunn, 3));
+  r.NumberCell(Fixed(q.silhouette, 3));
+  r.NumberCell(Fixed(HcShown(set, q.hcMean), 3));
+  r.NumberCell(Fixed(HcShown(set, q.hcMin), 2) + "_" + Fixed(HcShown(set, q.hcMax), 2));
   r.EndRow();
   r.EndTable();
 }
@@ -151,10 +146,10 @@ void WriteClusterStatistics(AnalysisRun& run, const PatternVariables& vars, cons
                                         run.T(" CLUSTERS", " KLASZTERRE"));
   r.Line((k > 9 ? "_" : "") + title);
   if (!block.kmeans) {
-    r.Line(fmt::format("{}{}", run.T("Total ESS = ", "Teljes ESS = "), Dec(block.totalEss, 3)));
-    r.Line(fmt::format("{}{}", run.T("SScluster = ", "SSklaszter = "), Dec(block.ssCluster, 3)));
+    r.Line(fmt::format("{}{}", run.T("Total ESS = ", "Teljes ESS = "), Fixed(block.totalEss, 3)));
+    r.Line(fmt::format("{}{}", run.T("SScluster = ", "SSklaszter = "), Fixed(block.ssCluster, 3)));
     r.Line(fmt::format("{}{}", run.T("Explained ESS% = ", "Megmagy.ESS% = "),
-                       Dec(EessPercent(block.totalEss, block.ssCluster), 2)));
+                       Fixed(EessPercent(block.totalEss, block.ssCluster), 2)));
   }
   for (int j = 0; j < k; ++j) {
     const Cluster& c = partition.clusters[j];
@@ -166,7 +161,7 @@ void WriteClusterStatistics(AnalysisRun& run, const PatternVariables& vars, cons
                          run.T("Cluster code: ", "Klaszterkód: "), set.firstRow[c.firstPattern], c.size,
                          s ? run.T("Homogeneity Coefficient: HC = ", "Homogenitási együttható: HC = ")
                            : run.T("Homogeneity Coefficient: HCstan = ", "Homogenitási együttható: HCstan = "),
-                         Dec(HcShown(set, quality.hc[j]), 2)));
+                         Fixed(HcShown(set, quality.hc[j]), 2)));
     }
     WriteVariableRows(run, vars, set, c);
   }
@@ -212,8 +207,8 @@ void WriteClusterStatistics(AnalysisRun& run, const PatternVariables& vars, cons
                   "Zt-STANDARDIZÁLT ÁTLAGOK MINTÁZATA (M = Magas, A = Alacsony)"),
         [&](int j, int v) { return PatternMark(z(j, v), lang); },
         [&](int j) {
-          r.NumberCell(Dec(quality.hc[j], 2));
-          if (!s) r.NumberCell(Dec(HcShown(set, quality.hc[j]), 2));
+          r.NumberCell(Fixed(quality.hc[j], 2));
+          if (!s) r.NumberCell(Fixed(HcShown(set, quality.hc[j]), 2));
         },
         heads);
   }
@@ -222,12 +217,12 @@ void WriteClusterStatistics(AnalysisRun& run, const PatternVariables& vars, cons
     r.Line(fmt::format("{}{}{}{}{}{})",
                        run.T("Weighted mean of cluster Homogeneity Coefficients: HCmean = ",
                              "Klaszter homogenitás együtthatók klasztermérettel súlyozott átlaga: HCátlag = "),
-                       Dec(quality.hcMean, 3), run.T(" (min = ", " (min = "), Dec(quality.hcMin, 2), "; max = ",
-                       Dec(quality.hcMax, 2)));
+                       Fixed(quality.hcMean, 3), run.T(" (min = ", " (min = "), Fixed(quality.hcMin, 2), "; max = ",
+                       Fixed(quality.hcMax, 2)));
     if (!s) {
       r.Line(fmt::format("{}{}{}{}{}{})", run.T("Standardized HC measures: HCmeanS = ", "Standardizált HC-mutatók: HCátlagS = "),
-                         Dec(HcShown(set, quality.hcMean), 3), " (min = ", Dec(HcShown(set, quality.hcMin), 2), "; max = ",
-                         Dec(HcShown(set, quality.hcMax), 2)));
+                         Fixed(HcShown(set, quality.hcMean), 3), " (min = ", Fixed(HcShown(set, quality.hcMin), 2), "; max = ",
+                         Fixed(HcShown(set, quality.hcMax), 2)));
     }
   }
   if (block.meansTables) {

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "frame/analysis_run.h"
+#include "frame/number_text.h"
 #include "workspace/workspace.h"
 #include "frame/parameter_names.h"
 #include "pattern/agglomeration.h"
@@ -16,8 +17,6 @@ namespace tarvika {
 namespace {
 
 constexpr int kQualityClusters = 50;
-// Up to this many patterns the matrix is kept in double precision.
-constexpr int kDoubleMatrixPatterns = 20000;
 
 struct MethodName {
   std::string_view choice, english, hungarian;
@@ -101,7 +100,7 @@ void HierarchicalCluster(AnalysisRun& run) {
     std::string methodLine = fmt::format("{}{}", run.T("Method of hierarchical cluster analysis (type of cluster fusion): ",
                                                        "A hierarchikus klaszterelemzés során a klaszteregyesítés módszere: "),
                                          run.T(name.english, name.hungarian));
-    if (s.method == LinkageMethod::BetaFlexible) methodLine += fmt::format("{}{}", run.T(", Beta value = ", ", Béta-érték = "), Dec(s.beta, 2));
+    if (s.method == LinkageMethod::BetaFlexible) methodLine += fmt::format("{}{}", run.T(", Beta value = ", ", Béta-érték = "), Fixed(s.beta, 2));
     r.Line(methodLine);
     DistanceType type = s.type;
     if (static_cast<int>(s.method) >= 4 && type == DistanceType::Pearson) {
@@ -171,17 +170,15 @@ void HierarchicalCluster(AnalysisRun& run) {
       // to fuse next.
       r.FirstCell(fmt::format("i={}", step));
       r.NumberCell(std::to_string(k));
-      r.NumberCell(Dec(essPlus, 3));
-      r.NumberCell(Dec(eess, 2));
-      const double varT = Pooled(set).varT;
-      auto hcShown = [&](double hc) { return set.standardized || varT <= kPatternZero ? hc : hc / varT; };
+      r.NumberCell(Fixed(essPlus, 3));
+      r.NumberCell(Fixed(eess, 2));
       if (k > 1) {
         const double xb = XieBeniMod(set, tree.ClosestMeans(), ss);
-        r.NumberCell(quality ? Dec(q.pointBiserial, 3) : "");
-        r.NumberCell(Dec(xb, 3));
-        r.NumberCell(quality ? Dec(q.silhouette, 3) : "");
-        r.NumberCell(quality ? Dec(hcShown(q.hcMean), 3) : "");
-        r.NumberCell(quality ? Dec(hcShown(q.hcMin), 2) + "_" + Dec(hcShown(q.hcMax), 2) : "");
+        r.NumberCell(quality ? Fixed(q.pointBiserial, 3) : "");
+        r.NumberCell(Fixed(xb, 3));
+        r.NumberCell(quality ? Fixed(q.silhouette, 3) : "");
+        r.NumberCell(quality ? Fixed(HcShown(set, q.hcMean), 3) : "");
+        r.NumberCell(quality ? Fixed(HcShown(set, q.hcMin), 2) + "_" + Fixed(HcShown(set, q.hcMax), 2) : "");
         const auto [a, b] = tree.NextPair();
         r.Cell(fmt::format("{} ({})", set.firstRow[tree.FirstPatternAt(a)], tree.SizeAt(a)));
         r.Cell(fmt::format("{} ({})", set.firstRow[tree.FirstPatternAt(b)], tree.SizeAt(b)));

@@ -61,24 +61,30 @@ PooledScale Pooled(const PatternSet& set) {
   return s;
 }
 
+double HcShown(const PatternSet& set, double hc) {
+  const double varT = Pooled(set).varT;
+  return set.standardized || varT <= kPatternZero ? hc : hc / varT;
+}
+
+int NewClusterCodeVariable(AnalysisRun& run, const std::string& name, const std::string& longName) {
+  if (!RoomForVariables(run.ws, 1)) {
+    run.report.Line(fmt::format("{}{}{}", run.T("The cluster code as a new variable cannot be saved",
+                                               "A Klaszter kódváltozó nem menthető el, mert az összes"),
+                                run.T(" since the total number of variables would be over ",
+                                      " változók száma így meghaladná a megengedett felső limitet ("),
+                                run.English() ? "1000" : "1000)."));
+    return 0;
+  }
+  return NewVariable(run.ws, name, longName, {});
+}
+
 int SaveClusterCodes(AnalysisRun& run, const PatternSet& set, const std::vector<int>& codeOfPattern,
                      const std::string& name, const std::string& longName, int column) {
-  Workspace& ws = run.ws;
-  if (column == 0) {
-    if (!RoomForVariables(ws, 1)) {
-      run.report.Line(fmt::format("{}{}{}", run.T("The cluster code as a new variable cannot be saved",
-                                                 "A Klaszter kódváltozó nem menthető el, mert az összes"),
-                                  run.T(" since the total number of variables would be over ",
-                                        " változók száma így meghaladná a megengedett felső limitet ("),
-                                  run.English() ? "1000" : "1000)."));
-      return 0;
-    }
-    column = NewVariable(ws, name, longName, {});
-    if (column == 0) return 0;
-  }
+  if (column == 0) column = NewClusterCodeVariable(run, name, longName);
+  if (column == 0) return 0;
   for (int i = 0; i < set.N; ++i) {
     const int code = codeOfPattern[set.patternOfCase[i]];
-    ws.data.SetCell(column, set.caseRows[i], std::to_string(code));
+    run.ws.data.SetCell(column, set.caseRows[i], std::to_string(code));
   }
   return column;
 }

@@ -35,6 +35,13 @@ struct PooledScale {
 };
 PooledScale Pooled(const PatternSet& set);
 
+// A figure of homogeneity as the reports show it: divided by VarT without standardization.
+double HcShown(const PatternSet& set, double hc);
+
+// Makes the empty variable of a cluster code at the end of the list; 0, after the report
+// says so, when the variable limit keeps it from being made.
+int NewClusterCodeVariable(AnalysisRun& run, const std::string& name, const std::string& longName);
+
 // Writes the cluster code (1..k) of each complete case into a variable: made at the first
 // group of a run (column 0), filled in at the next ones. Returns the column, 0 when the
 // variable limit kept it from being made (the report then says so).

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "frame/analysis_run.h"
+#include "frame/number_text.h"
 #include "workspace/workspace.h"
 #include "pattern/pattern_text.h"
 
@@ -64,9 +65,9 @@ std::optional<PatternSet> PreparePatterns(AnalysisRun& run, const PatternVariabl
   if (!standardize) {
     const PooledScale pooled = Pooled(set);
     r.BlankLine();
-    r.Line(fmt::format("{}\t{}", Dec(pooled.mt, 3), run.T("Total mean of variables (Mt)", "Változók összátlaga (Mt)")));
-    r.Line(fmt::format("{}\t{}", Dec(pooled.varT, 5), run.T("Mean variance (VarT)", "Átlagvariancia (VarT)")));
-    r.Line(fmt::format("{}\t{}", Dec(pooled.sdT, 5),
+    r.Line(fmt::format("{}\t{}", Fixed(pooled.mt, 3), run.T("Total mean of variables (Mt)", "Változók összátlaga (Mt)")));
+    r.Line(fmt::format("{}\t{}", Fixed(pooled.varT, 5), run.T("Mean variance (VarT)", "Átlagvariancia (VarT)")));
+    r.Line(fmt::format("{}\t{}", Fixed(pooled.sdT, 5),
                        run.T("Square root of mean variance (SDt)", "Átlagvariancia négyzetgyöke (Se együttes szórás)")));
   } else {
     Standardize(set);

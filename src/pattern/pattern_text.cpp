@@ -11,8 +11,6 @@
 
 namespace tarvika {
 
-std::string Dec(double x, int d) { return Fixed(x, d); }
-
 std::string PatternValueText(double value, int width, int form, Language lang) {
   constexpr double kZero = 0.00000001;
   if (std::fabs(value) < kZero) value = 0;

@@ -35,7 +35,4 @@ void WriteMarkLegend(ReportWriter& r, Language lang);
 // The legend of the quality figures; the relocation reports add CLdelta and GDI24.
 void WriteQualityLegend(ReportWriter& r, Language lang, bool relocation);
 
-// f with d decimals and a dot.
-std::string Dec(double x, int d);
-
 }  // namespace tarvika

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "frame/analysis_run.h"
+#include "frame/number_text.h"
 #include "workspace/workspace.h"
 #include "frame/parameter_names.h"
 #include "pattern/agglomeration.h"
@@ -120,15 +121,15 @@ std::vector<int> RelocateAndReport(AnalysisRun& run, const PatternVariables& var
   r.Line(fmt::format("{}{}{}", run.T("RELOCATION: K-Means Cluster Analysis with ", "RELOKÁCIÓ: k-közép klaszteranalízis "),
                      start.K, run.T(" clusters", " klaszterrel")));
   r.Line(fmt::format("{}{}", run.T("Total Error Sum of Squares (Total ESS) = ", "Teljes hiba négyzetes összeg = "),
-                     Dec(totalEss, 3)));
+                     Fixed(totalEss, 3)));
   r.Line(fmt::format("{}{}", run.T("Starting within cluster sum of squares: SScluster = ",
                                    "Kezdő klaszteren belüli négyzetösszeg: SSklaszter = "),
-                     Dec(start.ssCluster, 3)));
+                     Fixed(start.ssCluster, 3)));
   const double startEess = EessPercent(totalEss, start.ssCluster);
   r.Line(fmt::format("{}{}",
                      start.hierarchical ? run.T("Explained ESS% (EESS%) = ", "Megmagyarázott ESS% (EESS%) = ")
                                         : run.T("Starting Explained ESS% (EESS%) = ", "Kezdő megmagyarázott ESS% (EESS%) = "),
-                     Dec(startEess, 2)));
+                     Fixed(startEess, 2)));
   r.BlankLine();
   // Two heading lines: "Iter." over "number", "Reloc." over "cases".
   r.BeginTable();
@@ -147,8 +148,8 @@ std::vector<int> RelocateAndReport(AnalysisRun& run, const PatternVariables& var
   for (std::size_t i = 0; i < passes.size(); ++i) {
     r.FirstCell(fmt::format(" i={}", i + 1));
     r.NumberCell(std::to_string(passes[i].moved));
-    r.NumberCell(Dec(passes[i].ssCluster, 3) + "   ");
-    r.NumberCell(Dec(EessPercent(totalEss, passes[i].ssCluster), 2));
+    r.NumberCell(Fixed(passes[i].ssCluster, 3) + "   ");
+    r.NumberCell(Fixed(EessPercent(totalEss, passes[i].ssCluster), 2));
     r.EndRow();
   }
   r.EndTable();
@@ -194,7 +195,7 @@ void ClassifyNewCases(AnalysisRun& run, const PatternSet& set,
   if (save) {
     r.Line(fmt::format("{}{}", run.T("Threshold of being saved as a new member of a cluster in the starting cluster structure: ",
                                      "A kezdeti klaszterstruktúrába új tagként való bekerülés küszöbe: "),
-                       Dec(threshold, 4)));
+                       Fixed(threshold, 4)));
   }
   r.Line(run.T("Listed are cases with 0 starting cluster code with the index of their nearest neighbor (NN_ind),",
                "Most kilistázzuk a 0 kódú esetek sorszámát (EsetInd), legközelebbi szomszédjuk sorszámát (LSz_ind),"));
@@ -229,7 +230,7 @@ void ClassifyNewCases(AnalysisRun& run, const PatternSet& set,
     if (nearest < 0) continue;
     r.FirstCell(std::to_string(cases[i].row));
     r.NumberCell(std::to_string(cases[nearest].row));
-    r.NumberCell(Dec(best, 4));
+    r.NumberCell(Fixed(best, 4));
     r.NumberCell(PatternValueText(codes[nearest], 10, 0, run.ws.language));
     r.EndRow();
     if (best <= threshold) {
@@ -251,11 +252,11 @@ void ClassifyNewCases(AnalysisRun& run, const PatternSet& set,
                "Az elmentett klaszterkód változó a fenti esetek közül csak azokat tartalmazza, amelyeknél"));
   r.Line(fmt::format("{}{}).", run.T("the distance from the nearest neighbor (DisMin) does not exceed the specified threshold value (",
                                      "a legközelebbi klasztertől való távolság (MinTáv) kisebb, mint a kijelölt küszöbérték ("),
-                     Dec(threshold, 4)));
+                     Fixed(threshold, 4)));
   Workspace& ws = run.ws;
   if (savedColumn == 0) {
-    savedColumn = SaveClusterCodes(run, set, std::vector<int>(set.D, 0), saveName,
-                                   fmt::format("{}{}", run.T("KMeans_Cluster_", "Klaszter kódváltozó_"), K), 0);
+    savedColumn =
+        NewClusterCodeVariable(run, saveName, fmt::format("{}{}", run.T("KMeans_Cluster_", "Klaszter kódváltozó_"), K));
     if (savedColumn == 0) return;
   }
   for (int i = 0; i < N; ++i) {
@@ -353,7 +354,7 @@ void Relocation(AnalysisRun& run) {
       WriteQualityFootnote(run);
     } else {
       start.K = std::min(q.Get(param::kClusters), set.D);
-      Agglomeration tree(set, LinkageMethod::Ward, DistanceType::Ased, 0, set.D > 20000);
+      Agglomeration tree(set, LinkageMethod::Ward, DistanceType::Ased, 0, set.D > kDoubleMatrixPatterns);
       while (tree.K() > start.K) tree.Fuse();
       start.labels = tree.Labels();
       start.ssCluster = tree.SsCluster();
@@ -361,9 +362,9 @@ void Relocation(AnalysisRun& run) {
       r.BlankLine();
       r.Line(fmt::format("{}{}{}", run.T("RESULTS OF HIERARCHICAL CLUSTER ANALYSIS with ", "HIERARCHIKUS KLASZTERELEMZÉS EREDMÉNYE "),
                          start.K, run.T(" clusters (Ward's method)", " klaszterrel (Ward-módszer)")));
-      r.Line(fmt::format("{}{}", run.T("Total Error Sum of Squares (Total ESS) = ", "Teljes hiba négyzetes összeg = "), Dec(totalEss, 3)));
+      r.Line(fmt::format("{}{}", run.T("Total Error Sum of Squares (Total ESS) = ", "Teljes hiba négyzetes összeg = "), Fixed(totalEss, 3)));
       r.Line(fmt::format("{}{}", run.T("Within cluster sum of squares: SScluster = ", "Klaszteren belüli négyzetösszeg: SSklaszter = "),
-                         Dec(start.ssCluster, 3)));
+                         Fixed(start.ssCluster, 3)));
       const QualityRecord quality = Quality(set, partition, distances, totalEss, DistanceType::Ased, HcRule::EqualVariables);
       WriteQualityLine(run, set, quality, true);
       WriteQualityFootnote(run);

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <fstream>
-#include <stdexcept>
 
 #include "numeric/stat_tables.h"
 
@@ -13,7 +12,7 @@ double Power(double base, double exponent) { return base < 1e-9 ? 0.0 : std::pow
 
 }  // namespace
 
-std::vector<LambdaRow> LoadLambdaTable(const std::filesystem::path& tableFolder) {
+std::optional<std::vector<LambdaRow>> LoadLambdaTable(const std::filesystem::path& tableFolder) {
   std::filesystem::path path;
   try {
     path = RequireTableFile(tableFolder, kLambdaTableFile);
@@ -25,7 +24,7 @@ std::vector<LambdaRow> LoadLambdaTable(const std::filesystem::path& tableFolder)
   for (LambdaRow& row : table) {
     in >> row.skewness >> row.kurtosis >> row.lambda[0] >> row.lambda[1] >> row.lambda[2] >> row.lambda[3];
   }
-  if (!in) throw std::runtime_error("The file Lambda.TXT does not hold 72 rows of six numbers.");
+  if (!in) return std::nullopt;
   return table;
 }
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -18,9 +19,9 @@ struct LambdaRow {
   std::array<double, 4> lambda{};  // lambda1 to lambda4
 };
 
-// Throws MissingTableFile("Lambda.TXT") when the file is not there, std::runtime_error when
-// it does not hold 72 rows of six numbers.
-std::vector<LambdaRow> LoadLambdaTable(const std::filesystem::path& tableFolder);
+// Throws MissingTableFile("Lambda.TXT") when the file is not there; nullopt when it does not
+// hold 72 rows of six numbers.
+std::optional<std::vector<LambdaRow>> LoadLambdaTable(const std::filesystem::path& tableFolder);
 
 // The row for a skewness (not negative) and a kurtosis: the nearest skewness, and among
 // rows of that skewness (within 1e-8) the nearest kurtosis. The search starts at row 0 with

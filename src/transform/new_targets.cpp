@@ -109,14 +109,9 @@ CellReader::CellReader(Workspace& ws, const std::vector<int>& variables)
 
 std::optional<std::pair<double, double>> TypeRange(std::string_view type, char separator) {
   if (!type.starts_with("num=")) return std::nullopt;
-  type.remove_prefix(4);
-  if (type.ends_with(';')) type.remove_suffix(1);
-  const std::size_t bar = type.find('_');
-  if (bar == std::string_view::npos) return std::nullopt;
-  auto lo = ParseLocalNumber(type.substr(0, bar), separator);
-  auto hi = ParseLocalNumber(type.substr(bar + 1), separator);
-  if (!lo || !hi || !(*lo < *hi)) return std::nullopt;
-  return std::pair{*lo, *hi};
+  const auto range = NumericTypeRange(type, separator);
+  if (!range || !(range->first < range->second)) return std::nullopt;
+  return range;
 }
 
 std::string RangeType(double lo, double hi, char separator) {

@@ -449,7 +449,15 @@ bool GenerateColumn(Workspace& ws, const GeneratorInfo& info, const std::vector<
   }
   if (!CheckTargets(ws, given)) return false;
   std::vector<LambdaRow> lambdaTable;
-  if (info.code == kLambda) lambdaTable = LoadLambdaTable(TableFolder(ws.programFolder));
+  if (info.code == kLambda) {
+    auto table = LoadLambdaTable(TableFolder(ws.programFolder));
+    if (!table) {
+      ws.user.Tell(ws.Text("The file Lambda.TXT does not hold 72 rows of six numbers.\nReinstall Tarvika",
+                           "A Lambda.TXT fájl nem 72, egyenként hat számból álló sort tartalmaz.\nInstallálja újra a Tarvikaot!"));
+      return false;
+    }
+    lambdaTable = std::move(*table);
+  }
   const GeneratedVariables made =
       Generate(info, values, ws.NumberOfCases(), source, &lambdaTable, ws.language, ws.decimalSeparator);
   for (std::size_t k = 0; k < count; ++k) {

@@ -3,19 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <string>
 
 #include "lambda/lambda_system.h"
+#include "support/cli_runner.h"
 
 namespace tarvika {
 namespace {
 
 TEST(LambdaTableFull, ShippedFileIsWhatTheToolWrites) {
-  std::ifstream in(std::filesystem::path(TARVIKA_SOURCE_DIR) / "data" / "stattab" / "lambda.txt", std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  EXPECT_TRUE(text.str() == lambda::LambdaTableText()) << "lambda.txt differs: run `make stattab`";
+  const std::string text =
+      test::ReadFile(std::filesystem::path(TARVIKA_SOURCE_DIR) / "data" / "stattab" / "lambda.txt");
+  EXPECT_TRUE(text == lambda::LambdaTableText()) << "lambda.txt differs: run `make stattab`";
 }
 
 }  // namespace

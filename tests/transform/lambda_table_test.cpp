@@ -7,11 +7,11 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <fstream>
 #include <sstream>
 
 #include "lambda/lambda_system.h"
 #include "numeric/stat_tables.h"
+#include "support/cli_runner.h"
 #include "support/temp_folder.h"
 #include "transform/random_generators.h"
 
@@ -30,10 +30,7 @@ std::vector<std::string> Lines(const std::string& text) {
 // The whole file takes the tool some seconds; the rows checked here are the first, rows of
 // both signs of lambda and the last. The test of the label "slow" compares all of them.
 TEST(LambdaTable, ShippedRowsAreWhatTheToolWrites) {
-  std::ifstream in(kShipped / "lambda.txt");
-  std::stringstream text;
-  text << in.rdbuf();
-  const std::vector<std::string> lines = Lines(text.str());
+  const std::vector<std::string> lines = Lines(test::ReadFile(kShipped / "lambda.txt"));
   ASSERT_EQ(lines.size(), 72u);
   // The shape of each row is the file's own; which shapes the rows have, the slow test checks.
   for (std::size_t row : {0u, 4u, 20u, 39u, 71u}) {
@@ -47,7 +44,7 @@ TEST(LambdaTable, ShippedRowsAreWhatTheToolWrites) {
 // Independent of the solver: the moments of Q(u) = l1 + (u^l3 - (1-u)^l4)/l2 by numerical
 // integration over u.
 TEST(LambdaTable, EveryRowHasItsShape) {
-  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped);
+  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped).value();
   for (const LambdaRow& row : table) {
     // Midpoint rule on a grid dense near both ends, where the quantile may grow without bound.
     double m1 = 0, m2 = 0, m3 = 0, m4 = 0;
@@ -74,7 +71,7 @@ TEST(LambdaTable, EveryRowHasItsShape) {
 }
 
 TEST(LambdaTable, RowChoiceAndItsCrossedLimits) {
-  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped);
+  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped).value();
   auto chosen = [&](double s, double k) { return ChooseLambdaRow(table, s, k); };
   EXPECT_EQ(chosen(0, 3).row, &table[2]);  // skewness 0, kurtosis 2.94
   EXPECT_EQ(chosen(-1, 5).sign, -1);
@@ -94,7 +91,7 @@ TEST(LambdaTable, RowChoiceAndItsCrossedLimits) {
 }
 
 TEST(LambdaTable, DrawnValuesHaveTheRowsShape) {
-  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped);
+  const std::vector<LambdaRow> table = LoadLambdaTable(kShipped).value();
   RandomSource source(99);
   const GeneratorInfo& info = *FindGenerator("lambda");
   const auto made = Generate(info, {-1, 5.2}, 200000, source, &table, Language::English, '.');

@@ -14,6 +14,8 @@
 #include <boost/math/distributions/poisson.hpp>
 #include <boost/math/distributions/students_t.hpp>
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <map>
 
@@ -208,6 +210,12 @@ TEST(RandomGenerators, VariablesNamesLabelsAndTypes) {
   // A name taken, a wrong parameter: refused, nothing added.
   EXPECT_FALSE(GenerateColumn(m.ws, normal, {100, 15}, {"r"}, s));
   EXPECT_FALSE(GenerateColumn(m.ws, normal, {100, -15}, {}, s));
+  // A damaged lambda table: told, nothing added, no exception.
+  std::filesystem::create_directories(m.programFolder / "stattab");
+  std::ofstream(m.programFolder / "stattab" / "lambda.txt") << "0 1.8 0 1 1 1\n";
+  EXPECT_FALSE(GenerateColumn(m.ws, *FindGenerator("lambda"), {0, 3}, {}, s));
+  EXPECT_EQ(m.user.told.back(),
+            "A Lambda.TXT fájl nem 72, egyenként hat számból álló sort tartalmaz.\nInstallálja újra a Tarvikaot!");
   EXPECT_EQ(m.ws.NumberOfVariables(), 6);
   // Large Cauchy-like values are written in full.
   RandomSource t1(3);
