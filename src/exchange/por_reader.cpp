@@ -273,9 +273,7 @@ SpssReadNotes ReadPorFile(Workspace& ws, const std::string& path, ImportTable& t
     }
     if (vars.empty()) throw Damaged{};
     if (static_cast<int>(vars.size()) > kMaxVariables) {
-      ws.user.Tell(fmt::format(fmt::runtime(ws.Text("Number of variables: {0} > {1}. Only the first {1} variables will be loaded.",
-                                                    "A változók száma: {0} > {1}. Csak az első {1} változót olvassuk be.")),
-                               vars.size(), kMaxVariables));
+      ws.user.Tell(VariablesCutMessage(ws, static_cast<long long>(vars.size())));
     }
     const int n = std::min(static_cast<int>(vars.size()), kMaxVariables);
     for (int k = 0; k < n; ++k) {

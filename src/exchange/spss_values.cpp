@@ -61,6 +61,12 @@ std::string GroupLabels(const std::vector<ValueLabel>& labels, char sep, bool& l
   return text;
 }
 
+std::string VariablesCutMessage(const Workspace& ws, long long count) {
+  return fmt::format(fmt::runtime(ws.Text("Number of variables: {0} > {1}. Only the first {1} variables will be loaded.",
+                                          "A változók száma: {0} > {1}. Csak az első {1} változót olvassuk be.")),
+                     count, kMaxVariables);
+}
+
 DateKind DateKindOf(std::string_view format) {
   if (format.substr(0, 8) == "DATETIME" || format.substr(0, 6) == "YMDHMS") return DateKind::DateTime;
   for (std::string_view prefix : {"DATE", "ADATE", "EDATE", "SDATE", "JDATE"}) {

@@ -34,6 +34,10 @@ bool NameVariable(ImportedVariable& v, const std::string& name, const std::strin
 // longLabel tells whether a label is over 12 characters.
 std::string GroupLabels(const std::vector<ValueLabel>& labels, char sep, bool& longLabel);
 
+// "Number of variables: " count " > " the limit ". Only the first " the limit " variables will
+// be loaded." in the session's language.
+std::string VariablesCutMessage(const Workspace& ws, long long count);
+
 // SPSS keeps dates as seconds since the start of the Gregorian calendar (14 October 1582).
 enum class DateKind { None, Date, DateTime };
 // The kind of a print format by its name ("DATE11", "ADATE10", "DATETIME20", ...).
