@@ -78,9 +78,9 @@ std::shared_ptr<const TableSnapshot> Journals::SnapshotOfPresentTables(const Wor
   return nullptr;
 }
 
-namespace {
-
 std::filesystem::path UndoFolder(const Workspace& ws) { return std::filesystem::path(ws.programFolder) / "undo"; }
+
+namespace {
 
 std::filesystem::path UndoCopyPath(const Workspace& ws, std::string_view name) {
   std::filesystem::path file(std::string{name});

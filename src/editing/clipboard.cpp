@@ -4,6 +4,7 @@
 #include <fstream>
 #include <vector>
 
+#include "editing/cell_journal.h"
 #include "editing/table_shape.h"
 
 namespace tarvika {
@@ -63,7 +64,7 @@ PasteReach Reach(const StringTable& t, const std::vector<std::vector<std::string
 
 void WritePasteSnapshot(const Workspace& ws, const StringTable& t, const CellRect& r) {
   std::error_code ec;
-  const std::filesystem::path folder = std::filesystem::path(ws.programFolder) / "undo";
+  const std::filesystem::path folder = UndoFolder(ws);
   std::filesystem::create_directories(folder, ec);
   std::ofstream out(folder / "undo.txt", std::ios::binary | std::ios::trunc);
   for (int row = r.row1; row <= r.row2; ++row) {
