@@ -27,16 +27,6 @@ int EditProject(CliContext& context, const EditOptions& options, const std::func
   return context.exitCode;
 }
 
-std::optional<std::vector<int>> VariablesNamed(Workspace& ws, const std::vector<std::string>& names) {
-  std::vector<int> variables;
-  for (const std::string& name : names) {
-    const int v = VariableByName(ws, name);
-    if (v == 0) return std::nullopt;
-    variables.push_back(v);
-  }
-  return variables;
-}
-
 std::optional<double> ParameterNumber(Workspace& ws, std::string_view name, std::string_view text) {
   auto value = ParseFourDecimals(text, ws.decimalSeparator);
   if (!value) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "cli_context.h"
+#include "editing_cli.h"
 #include "workspace/workspace.h"
 
 namespace tarvika::cli {
@@ -27,9 +28,6 @@ void AddEditOptions(CLI::App* cmd, EditOptions& options);
 // Loads the project (OpenForEditing), runs `edit` and writes the project to --out (or back);
 // nothing is written when `edit` returns false. The exit status.
 int EditProject(CliContext& context, const EditOptions& options, const std::function<bool(Workspace&)>& edit);
-
-// The variables of the short names, in order; nullopt after telling the first unknown one.
-std::optional<std::vector<int>> VariablesNamed(Workspace& ws, const std::vector<std::string>& names);
 
 // A number of a parameter, held to four decimals, either decimal separator; tells
 // "NAME: not a number: TEXT" and returns nullopt.

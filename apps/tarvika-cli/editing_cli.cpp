@@ -26,6 +26,16 @@ int VariableByName(Workspace& ws, const std::string& name) {
   return 0;
 }
 
+std::optional<std::vector<int>> VariablesNamed(Workspace& ws, const std::vector<std::string>& names) {
+  std::vector<int> variables;
+  for (const std::string& name : names) {
+    const int v = VariableByName(ws, name);
+    if (v == 0) return std::nullopt;
+    variables.push_back(v);
+  }
+  return variables;
+}
+
 std::vector<std::string> SplitNames(const std::vector<std::string>& given) {
   std::vector<std::string> names;
   for (const std::string& g : given) {

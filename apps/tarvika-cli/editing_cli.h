@@ -4,6 +4,7 @@
 // operation succeeded.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,9 @@ std::unique_ptr<Session> OpenForEditing(CliContext& context, const std::string& 
 
 // The variable of a short name (ignoring case); 0 after telling "Unknown variable".
 int VariableByName(Workspace& ws, const std::string& name);
+
+// The variables of the short names, in order; nullopt after telling the first unknown one.
+std::optional<std::vector<int>> VariablesNamed(Workspace& ws, const std::vector<std::string>& names);
 
 // Splits "a,b,c" (and repeated options) into names.
 std::vector<std::string> SplitNames(const std::vector<std::string>& given);

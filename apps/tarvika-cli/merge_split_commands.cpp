@@ -60,12 +60,9 @@ int SplitCommand(CliContext& context, const SplitOptions& o) {
   auto session = OpenForEditing(context, o.project);
   if (!session) return context.exitCode;
   Workspace& ws = session->ws;
-  SplitPart first{o.out, {}, 0, 0};
-  for (const std::string& name : SplitNames(o.vars)) {
-    int v = VariableByName(ws, name);
-    if (v == 0) return kInputError;
-    first.variables.push_back(v);
-  }
+  auto variables = VariablesNamed(ws, SplitNames(o.vars));
+  if (!variables) return kInputError;
+  SplitPart first{o.out, std::move(*variables), 0, 0};
   if (!o.cases.empty()) {
     auto range = ParseIndexRange(o.cases);
     if (!range) {

@@ -125,12 +125,9 @@ int DeleteVariablesCommand(CliContext& context, const ShapeOptions& o) {
   auto session = OpenForEditing(context, o.project);
   if (!session) return context.exitCode;
   Workspace& ws = session->ws;
-  std::vector<int> chosen;
-  for (const std::string& name : SplitNames(o.vars)) {
-    int v = VariableByName(ws, name);
-    if (v == 0) return kInputError;
-    chosen.push_back(v);
-  }
+  auto named = VariablesNamed(ws, SplitNames(o.vars));
+  if (!named) return kInputError;
+  std::vector<int> chosen = std::move(*named);
   std::sort(chosen.begin(), chosen.end());
   chosen.erase(std::unique(chosen.begin(), chosen.end()), chosen.end());
   if (static_cast<int>(chosen.size()) >= ws.NumberOfVariables()) {

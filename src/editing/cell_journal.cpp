@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 
 #include "workspace/project_file.h"
@@ -18,16 +17,10 @@ std::optional<JournalCell> CellJournal::ParseEntry(std::string_view entry) {
   std::size_t close = entry.find(']');
   std::size_t semi = entry.find(';');
   if (entry.empty() || entry[0] != '[' || close == std::string_view::npos || semi > close) return std::nullopt;
-  JournalCell cell;
-  auto number = [](std::string_view s, int& out) {
-    auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), out);
-    return ec == std::errc() && end == s.data() + s.size() && !s.empty();
-  };
-  if (!number(entry.substr(1, semi - 1), cell.col) || !number(entry.substr(semi + 1, close - semi - 1), cell.row)) {
-    return std::nullopt;
-  }
-  cell.text = std::string(entry.substr(close + 1));
-  return cell;
+  auto col = ParseStrictInt(entry.substr(1, semi - 1));
+  auto row = ParseStrictInt(entry.substr(semi + 1, close - semi - 1));
+  if (!col || !row) return std::nullopt;
+  return JournalCell{*col, *row, std::string(entry.substr(close + 1))};
 }
 
 void CellJournal::Record(int col, int row, std::string_view text) {
@@ -85,9 +78,9 @@ std::shared_ptr<const TableSnapshot> Journals::SnapshotOfPresentTables(const Wor
   return nullptr;
 }
 
-namespace {
-
 std::filesystem::path UndoFolder(const Workspace& ws) { return std::filesystem::path(ws.programFolder) / "undo"; }
+
+namespace {
 
 std::filesystem::path UndoCopyPath(const Workspace& ws, std::string_view name) {
   std::filesystem::path file(std::string{name});

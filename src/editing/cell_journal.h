@@ -3,6 +3,7 @@
 // states around the commands that change the shape of the tables, and project copies
 // (".und" files in the folder "undo" of the program folder).
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -107,6 +108,9 @@ struct Journals {
   // The whole-table state at either journal's position when it holds the present tables.
   std::shared_ptr<const TableSnapshot> SnapshotOfPresentTables(const Workspace& ws) const;
 };
+
+// The folder "undo" of the program folder: project copies and the cells a paste replaced.
+std::filesystem::path UndoFolder(const Workspace& ws);
 
 // Project copies: the ".und" files of the folder "undo" under the program folder, by name.
 std::vector<std::string> UndoCopies(const Workspace& ws);

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <vector>
 
+#include "editing/cell_journal.h"
 #include "editing/table_shape.h"
 
 namespace tarvika {
@@ -51,9 +52,19 @@ std::vector<std::vector<std::string>> ClipboardRows(std::string_view text) {
   return rows;
 }
 
+// How far the clipboard's rows reach from (col, row) in the table.
+PasteReach Reach(const StringTable& t, const std::vector<std::vector<std::string>>& rows, int col, int row) {
+  PasteReach reach;
+  reach.lines = static_cast<int>(rows.size());
+  reach.width = rows.empty() ? 0 : static_cast<int>(rows.front().size());
+  reach.right = col + reach.width > t.ColCount();
+  reach.down = row + reach.lines > t.RowCount();
+  return reach;
+}
+
 void WritePasteSnapshot(const Workspace& ws, const StringTable& t, const CellRect& r) {
   std::error_code ec;
-  const std::filesystem::path folder = std::filesystem::path(ws.programFolder) / "undo";
+  const std::filesystem::path folder = UndoFolder(ws);
   std::filesystem::create_directories(folder, ec);
   std::ofstream out(folder / "undo.txt", std::ios::binary | std::ios::trunc);
   for (int row = r.row1; row <= r.row2; ++row) {
@@ -100,14 +111,7 @@ void DeleteCells(Workspace& ws, ActiveTable table, const CellRect& rect) {
 }
 
 PasteReach MeasurePaste(const Workspace& ws, ActiveTable table, std::string_view text, int col, int row) {
-  const StringTable& t = TableOf(ws, table);
-  auto rows = ClipboardRows(text);
-  PasteReach reach;
-  reach.lines = static_cast<int>(rows.size());
-  reach.width = rows.empty() ? 0 : static_cast<int>(rows.front().size());
-  reach.right = col + reach.width > t.ColCount();
-  reach.down = row + reach.lines > t.RowCount();
-  return reach;
+  return Reach(TableOf(ws, table), ClipboardRows(text), col, row);
 }
 
 std::string OverflowQuestion(const Workspace& ws) {
@@ -118,7 +122,7 @@ std::string OverflowQuestion(const Workspace& ws) {
 bool PasteCells(Workspace& ws, ActiveTable table, std::string_view text, int col, int row, Overflow overflow) {
   auto rows = ClipboardRows(text);
   if (rows.empty() || col < 1 || row < 1) return false;
-  PasteReach reach = MeasurePaste(ws, table, text, col, row);
+  PasteReach reach = Reach(TableOf(ws, table), rows, col, row);
   if ((reach.right || reach.down) && overflow == Overflow::DontInsert) return false;
   if ((reach.right || reach.down) && overflow == Overflow::Enlarge) {
     // Cases are rows of the data table; variables are its columns and the rows of the

@@ -39,16 +39,17 @@ void RenumberVariables(Workspace& ws) {
   }
 }
 
+std::optional<int> ParseStrictInt(std::string_view text) {
+  int v = 0;
+  auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), v);
+  if (ec != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
+  return v;
+}
+
 std::optional<IndexRange> ParseIndexRange(std::string_view text) {
-  auto number = [](std::string_view s) -> std::optional<int> {
-    int v = 0;
-    auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
-    if (ec != std::errc() || end != s.data() + s.size() || s.empty()) return std::nullopt;
-    return v;
-  };
   std::size_t dash = text.find('-');
-  auto first = number(text.substr(0, dash));
-  auto last = dash == std::string_view::npos ? first : number(text.substr(dash + 1));
+  auto first = ParseStrictInt(text.substr(0, dash));
+  auto last = dash == std::string_view::npos ? first : ParseStrictInt(text.substr(dash + 1));
   if (!first || !last || *first < 1 || *last < *first) return std::nullopt;
   return IndexRange{*first, *last};
 }

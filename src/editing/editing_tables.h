@@ -2,6 +2,7 @@
 // What the editing commands share: which of the two tables a command acts on, and the small
 // steps that keep the tables in step after a change of shape.
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,9 @@ void RederiveGroupType(Workspace& ws, int firstRow, int lastRow);
 
 // Writes the Index column 1..n and the short names into the header row of the data table.
 void RenumberVariables(Workspace& ws);
+
+// The whole text as an int, strictly: digits with an optional "-", nothing else around them.
+std::optional<int> ParseStrictInt(std::string_view text);
 
 // A one-based case or variable range "a-b" or "a"; nullopt when it is no such text.
 struct IndexRange {

@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "editing/editing_tables.h"
+#include "editing/table_shape.h"
 #include "lang/utf8.h"
 #include "workspace/declarations.h"
 #include "workspace/numbers.h"
@@ -170,9 +171,7 @@ std::optional<TableSnapshot> MergeTables(const Workspace& ws, const MergeSource&
     return std::nullopt;
   }
   if (rows > kMaxCases) {
-    ws.user.Tell(fmt::format("{}{}.\r\n{}{}{}", ws.Text("The increased number of cases = ", "Az esetek megnövelt száma = "), rows,
-                             ws.Text("This version can handle at most ", "Ez a verzió legfeljebb "), kMaxCases,
-                             ws.Text(" cases.", " esetet képes kezelni.")));
+    ws.user.Tell(IncreasedCountMessage(ws, rows, true));
     return std::nullopt;
   }
   ws.ShowProgress(ws.Text("Merging files ...", "Állományok egyesítése ..."));

@@ -116,8 +116,6 @@ class CaseSorter {
   KeyKind loadedKind_ = KeyKind::Text;
 };
 
-bool StartsWith(std::string_view s, std::string_view prefix) { return s.substr(0, prefix.size()) == prefix; }
-
 }  // namespace
 
 bool SortCases(Workspace& ws, const std::vector<SortKey>& keys) {
@@ -133,13 +131,13 @@ bool SortCases(Workspace& ws, const std::vector<SortKey>& keys) {
   ws.ShowProgress(ws.Text("Sorting cases ...", "Esetek rendezése ..."));
   CaseSorter sorter(ws);
   std::string_view firstType = ws.vars.GetCell(kType, keys[0].variable);
-  KeyKind firstKind = StartsWith(firstType, "num") ? KeyKind::Number : StartsWith(firstType, "date") ? KeyKind::Date : KeyKind::Text;
+  KeyKind firstKind = firstType.starts_with("num") ? KeyKind::Number : firstType.starts_with("date") ? KeyKind::Date : KeyKind::Text;
   sorter.SortRange(keys[0].variable, firstKind, keys[0].descending, 0, n - 1);
   std::vector<std::pair<int, int>> runs;
   if (keys.size() > 1) runs = sorter.FindRuns(keys[0].variable);
   for (std::size_t k = 1; k < keys.size(); ++k) {
     const SortKey& key = keys[k];
-    KeyKind kind = StartsWith(ws.vars.GetCell(kType, key.variable), "string") ? KeyKind::Text : KeyKind::Number;
+    KeyKind kind = ws.vars.GetCell(kType, key.variable).starts_with("string") ? KeyKind::Text : KeyKind::Number;
     for (auto [first, last] : runs) {
       if (last > first) sorter.SortRange(key.variable, kind, key.descending, first, last);
     }

@@ -36,7 +36,21 @@ std::string NewVarName(std::unordered_set<std::string>& used, int& next) {
   return "Var_";
 }
 
+// "This version can handle at most " the limit " cases." (or " variables.").
+std::string AtMostMessage(const Workspace& ws, bool cases) {
+  return fmt::format("{}{}{}", ws.Text("This version can handle at most ", "Ez a verzió legfeljebb "),
+                     cases ? kMaxCases : kMaxVariables,
+                     cases ? ws.Text(" cases.", " esetet képes kezelni.") : ws.Text(" variables.", " változót képes kezelni."));
+}
+
 }  // namespace
+
+std::string IncreasedCountMessage(const Workspace& ws, int total, bool cases) {
+  return fmt::format("{}{}.\r\n{}",
+                     cases ? ws.Text("The increased number of cases = ", "Az esetek megnövelt száma = ")
+                           : ws.Text("The increased number of variables = ", "A változók megnövelt száma = "),
+                     total, AtMostMessage(ws, cases));
+}
 
 std::string CaseRangeMessage(const Workspace& ws) {
   return fmt::format("{}{}{}", ws.Text("The case numbers of your data table go from 1 to ", "Az esetek sorszámai az adattáblában 1-től "),
@@ -49,11 +63,7 @@ bool NewFile(Workspace& ws, int variables, int cases) {
     return false;
   }
   if (variables > kMaxVariables || cases > kMaxCases) {
-    ws.user.Tell(variables > kMaxVariables
-                     ? fmt::format("{}{}{}", ws.Text("This version can handle at most ", "Ez a verzió legfeljebb "), kMaxVariables,
-                                   ws.Text(" variables.", " változót képes kezelni."))
-                     : fmt::format("{}{}{}", ws.Text("This version can handle at most ", "Ez a verzió legfeljebb "), kMaxCases,
-                                   ws.Text(" cases.", " esetet képes kezelni.")));
+    ws.user.Tell(AtMostMessage(ws, variables <= kMaxVariables));
     return false;
   }
   ws.data.Resize(0, 0);
@@ -74,9 +84,7 @@ bool InsertCases(Workspace& ws, int count, CasePlace place, int actual) {
   if (count < 1) return false;
   const int n = ws.NumberOfCases();
   if (n + count > kMaxCases) {
-    ws.user.Tell(fmt::format("{}{}.\r\n{}{}{}", ws.Text("The increased number of cases = ", "Az esetek megnövelt száma = "),
-                             n + count, ws.Text("This version can handle at most ", "Ez a verzió legfeljebb "), kMaxCases,
-                             ws.Text(" cases.", " esetet képes kezelni.")));
+    ws.user.Tell(IncreasedCountMessage(ws, n + count, true));
     return false;
   }
   actual = std::clamp(actual, 1, std::max(n, 1));
@@ -121,9 +129,7 @@ bool InsertVariables(Workspace& ws, int count, VariablePlace place, int actual, 
   if (count < 1) return false;
   const int n = ws.NumberOfVariables();
   if (ws.data.ColCount() + count - 1 > kMaxVariables) {
-    ws.user.Tell(fmt::format("{}{}.\r\n{}{}{}", ws.Text("The increased number of variables = ", "A változók megnövelt száma = "),
-                             n + count, ws.Text("This version can handle at most ", "Ez a verzió legfeljebb "), kMaxVariables,
-                             ws.Text(" variables.", " változót képes kezelni.")));
+    ws.user.Tell(IncreasedCountMessage(ws, n + count, false));
     return false;
   }
   using Kind = NewVariableProperties::Kind;

@@ -17,6 +17,10 @@ bool NewFile(Workspace& ws, int variables, int cases);
 // "The case numbers of your data table go from 1 to " n.
 std::string CaseRangeMessage(const Workspace& ws);
 
+// "The increased number of cases = " total ".\r\nThis version can handle at most " the
+// limit " cases." (of variables with `cases` false).
+std::string IncreasedCountMessage(const Workspace& ws, int total, bool cases);
+
 enum class CasePlace { BeforeActual, AfterActual, Top, Bottom };
 // `actual` is the case the cursor is on (used by the first two places).
 bool InsertCases(Workspace& ws, int count, CasePlace place, int actual = 1);

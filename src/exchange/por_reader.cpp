@@ -15,6 +15,7 @@
 
 #include "exchange/spss_import.h"
 #include "exchange/spss_values.h"
+#include "exchange/text_import.h"
 #include "lang/cp1250.h"
 #include "workspace/workspace.h"
 
@@ -137,17 +138,7 @@ std::string Unfolded(const std::string& bytes) {
 // Text of the file: UTF-8 as it is, other bytes as Windows-1250, trailing blanks cut.
 std::string TextOf(std::string s) {
   while (!s.empty() && s.back() == ' ') s.pop_back();
-  if (IsAscii(s)) return s;
-  std::size_t i = 0;
-  bool utf8 = true;
-  while (i < s.size() && utf8) {
-    const auto b = static_cast<unsigned char>(s[i]);
-    std::size_t len = b < 0x80 ? 1 : b >= 0xF0 && b < 0xF5 ? 4 : b >= 0xE0 ? 3 : b >= 0xC2 && b < 0xE0 ? 2 : 0;
-    utf8 = len > 0 && i + len <= s.size();
-    for (std::size_t k = 1; utf8 && k < len; ++k) utf8 = (static_cast<unsigned char>(s[i + k]) & 0xC0) == 0x80;
-    i += len;
-  }
-  return utf8 ? s : Cp1250ToUtf8(s);
+  return IsValidUtf8(s) ? s : Cp1250ToUtf8(s);
 }
 
 // SPSS print format codes of dates and of dates with times.
@@ -282,9 +273,7 @@ SpssReadNotes ReadPorFile(Workspace& ws, const std::string& path, ImportTable& t
     }
     if (vars.empty()) throw Damaged{};
     if (static_cast<int>(vars.size()) > kMaxVariables) {
-      ws.user.Tell(fmt::format(fmt::runtime(ws.Text("Number of variables: {0} > {1}. Only the first {1} variables will be loaded.",
-                                                    "A változók száma: {0} > {1}. Csak az első {1} változót olvassuk be.")),
-                               vars.size(), kMaxVariables));
+      ws.user.Tell(VariablesCutMessage(ws, static_cast<long long>(vars.size())));
     }
     const int n = std::min(static_cast<int>(vars.size()), kMaxVariables);
     for (int k = 0; k < n; ++k) {

@@ -104,7 +104,7 @@ std::vector<DateKind> DateStyles(const pugi::xml_document& styles) {
 // A spreadsheet's day number (days since 30 December 1899, the fraction the time of day)
 // as "YYYY-MM-DD", with the time when the format shows one.
 std::string SerialDateText(double serial, DateKind kind) {
-  constexpr double kSpssSecondsOfSerialZero = 12219379200.0 - 25569.0 * 86400.0;
+  constexpr double kSpssSecondsOfSerialZero = kSpssSecondsTo1970 - 25569.0 * 86400.0;
   return DateText(serial * 86400.0 + kSpssSecondsOfSerialZero, kind);
 }
 

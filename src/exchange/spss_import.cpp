@@ -61,9 +61,7 @@ int OnMetadata(readstat_metadata_t* metadata, void* ctx) {
                                cases, kMaxCases));
   }
   if (variables > kMaxVariables) {
-    r.ws.user.Tell(fmt::format(fmt::runtime(r.ws.Text("Number of variables: {0} > {1}. Only the first {1} variables will be loaded.",
-                                                      "A változók száma: {0} > {1}. Csak az első {1} változót olvassuk be.")),
-                               variables, kMaxVariables));
+    r.ws.user.Tell(VariablesCutMessage(r.ws, variables));
   }
   return READSTAT_HANDLER_OK;
 }

@@ -14,7 +14,6 @@ namespace {
 
 // The longest group label the reports print whole.
 constexpr std::size_t kGroupLabelLength = 12;
-constexpr double kSecondsTo1970 = 12219379200.0;
 
 // The text of a code group label: ";" and "/" would break the label list, a line end the file.
 std::string GroupLabelText(std::string_view label) {
@@ -61,6 +60,12 @@ std::string GroupLabels(const std::vector<ValueLabel>& labels, char sep, bool& l
   return text;
 }
 
+std::string VariablesCutMessage(const Workspace& ws, long long count) {
+  return fmt::format(fmt::runtime(ws.Text("Number of variables: {0} > {1}. Only the first {1} variables will be loaded.",
+                                          "A változók száma: {0} > {1}. Csak az első {1} változót olvassuk be.")),
+                     count, kMaxVariables);
+}
+
 DateKind DateKindOf(std::string_view format) {
   if (format.substr(0, 8) == "DATETIME" || format.substr(0, 6) == "YMDHMS") return DateKind::DateTime;
   for (std::string_view prefix : {"DATE", "ADATE", "EDATE", "SDATE", "JDATE"}) {
@@ -72,7 +77,7 @@ DateKind DateKindOf(std::string_view format) {
 // The civil date of a day count from 1970-01-01 by the proleptic Gregorian calendar
 // (H. Hinnant's days-to-civil algorithm).
 std::string DateText(double spssSeconds, DateKind kind) {
-  const double unix = spssSeconds - kSecondsTo1970;
+  const double unix = spssSeconds - kSpssSecondsTo1970;
   const long long days = static_cast<long long>(std::floor(unix / 86400.0));
   const long long z = days + 719468;
   const long long era = (z >= 0 ? z : z - 146096) / 146097;

@@ -34,7 +34,13 @@ bool NameVariable(ImportedVariable& v, const std::string& name, const std::strin
 // longLabel tells whether a label is over 12 characters.
 std::string GroupLabels(const std::vector<ValueLabel>& labels, char sep, bool& longLabel);
 
-// SPSS keeps dates as seconds since the start of the Gregorian calendar (14 October 1582).
+// "Number of variables: " count " > " the limit ". Only the first " the limit " variables will
+// be loaded." in the session's language.
+std::string VariablesCutMessage(const Workspace& ws, long long count);
+
+// SPSS keeps dates as seconds since the start of the Gregorian calendar (14 October 1582);
+// 1970-01-01 is this many seconds on.
+constexpr double kSpssSecondsTo1970 = 12219379200.0;
 enum class DateKind { None, Date, DateTime };
 // The kind of a print format by its name ("DATE11", "ADATE10", "DATETIME20", ...).
 DateKind DateKindOf(std::string_view format);

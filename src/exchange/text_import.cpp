@@ -20,31 +20,6 @@ namespace tarvika {
 
 namespace {
 
-bool IsValidUtf8(std::string_view s) {
-  std::size_t i = 0;
-  const std::size_t n = s.size();
-  while (i < n) {
-    // Eight bytes of ASCII at a time: most files are all ASCII.
-    std::uint64_t w;
-    if (i + 8 <= n && (std::memcpy(&w, s.data() + i, 8), (w & 0x8080808080808080ULL) == 0)) {
-      i += 8;
-      continue;
-    }
-    const auto b = static_cast<unsigned char>(s[i]);
-    if (b < 0x80) {
-      ++i;
-      continue;
-    }
-    std::size_t len = b >= 0xF0 && b < 0xF5 ? 4 : b >= 0xE0 ? 3 : b >= 0xC2 && b < 0xE0 ? 2 : 0;
-    if (len == 0 || i + len > n) return false;
-    for (std::size_t k = 1; k < len; ++k) {
-      if ((static_cast<unsigned char>(s[i + k]) & 0xC0) != 0x80) return false;
-    }
-    i += len;
-  }
-  return true;
-}
-
 std::string Utf16ToUtf8(std::string_view bytes, bool bigEndian) {
   std::string out;
   out.reserve(bytes.size() / 2);
@@ -69,6 +44,31 @@ std::string Utf16ToUtf8(std::string_view bytes, bool bigEndian) {
 bool StartsWith(std::string_view s, std::string_view prefix) { return s.substr(0, prefix.size()) == prefix; }
 
 }  // namespace
+
+bool IsValidUtf8(std::string_view s) {
+  std::size_t i = 0;
+  const std::size_t n = s.size();
+  while (i < n) {
+    // Eight bytes of ASCII at a time: most files are all ASCII.
+    std::uint64_t w;
+    if (i + 8 <= n && (std::memcpy(&w, s.data() + i, 8), (w & 0x8080808080808080ULL) == 0)) {
+      i += 8;
+      continue;
+    }
+    const auto b = static_cast<unsigned char>(s[i]);
+    if (b < 0x80) {
+      ++i;
+      continue;
+    }
+    std::size_t len = b >= 0xF0 && b < 0xF5 ? 4 : b >= 0xE0 ? 3 : b >= 0xC2 && b < 0xE0 ? 2 : 0;
+    if (len == 0 || i + len > n) return false;
+    for (std::size_t k = 1; k < len; ++k) {
+      if ((static_cast<unsigned char>(s[i + k]) & 0xC0) != 0x80) return false;
+    }
+    i += len;
+  }
+  return true;
+}
 
 Utf8Text::Utf8Text(Workspace& ws, const std::string& path) {
   const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);

@@ -17,6 +17,10 @@ class Workspace;
 // largest count outside quotes; nullopt on a tie.
 std::optional<char> PresetDelimiter(std::string_view text);
 
+// True when the bytes are well-formed UTF-8 (ASCII included): text that is not is read as
+// Windows-1250.
+bool IsValidUtf8(std::string_view bytes);
+
 // A text file as UTF-8: 16-bit text (known by its byte-order mark or by a 0 as the fourth
 // byte) is decoded after telling the person; UTF-8 loses its byte-order mark; any other
 // text is read as Windows-1250. UTF-8 and ASCII files are mapped, not copied.
