@@ -66,7 +66,7 @@ int SplitCommand(CliContext& context, const SplitOptions& o) {
   if (!o.cases.empty()) {
     auto range = ParseIndexRange(o.cases);
     if (!range) {
-      ws.user.Tell(fmt::format("{}{}!", ws.Text("You can write integer (whole number) from 1 to ", "Csak 1 és "), ws.NumberOfCases()));
+      ws.user.Tell(CaseBoundRangeMessage(ws));
       return kInputError;
     }
     first.firstCase = range->first;

@@ -5,6 +5,12 @@
 #include "workspace/project_file.h"
 
 namespace tarvika {
+
+std::string CaseBoundRangeMessage(const Workspace& ws) {
+  return fmt::format("{}{}{}", ws.Text("You can write integer (whole number) from 1 to ", "Csak 1 és "), ws.NumberOfCases(),
+                     ws.Text("!", " közötti egész számot írhat!"));
+}
+
 namespace {
 
 bool CheckPart(Workspace& ws, const SplitPart& part, bool first) {
@@ -13,16 +19,20 @@ bool CheckPart(Workspace& ws, const SplitPart& part, bool first) {
     return false;
   }
   const int n = ws.NumberOfCases();
-  if (part.firstCase < 0 || part.lastCase < 0) {
+  if (part.firstCase < 0) {
     ws.user.Tell(first ? ws.Text("You must select a serial number to begin!", "Meg kell adnia a kezdő sorszámot!")
                        : ws.Text("You must select a starting case index", "Meg kell adnia a kezdő eset sorszámát"));
+    return false;
+  }
+  if (part.lastCase < 0) {
+    ws.user.Tell(first ? ws.Text("You must select a serial number to end!", "Meg kell adnia a záró sorszámot!")
+                       : ws.Text("You must select an ending case index", "Meg kell adnia a záró eset sorszámát"));
     return false;
   }
   const int from = part.firstCase == 0 ? 1 : part.firstCase;
   const int to = part.lastCase == 0 ? n : part.lastCase;
   if (from > n || to > n || from > to) {
-    ws.user.Tell(fmt::format("{}{}!\r\n{}{}{}", ws.Text("You can write integer (whole number) from 1 to ", "Csak 1 és "), n,
-                             ws.Text("You have ", "Az aktuális adattáblában "), n,
+    ws.user.Tell(fmt::format("{}\r\n{}{}{}", CaseBoundRangeMessage(ws), ws.Text("You have ", "Az aktuális adattáblában "), n,
                              ws.Text(" rows (cases) in your current data table!", " sor (eset) van!")));
     return false;
   }

@@ -22,4 +22,7 @@ struct SplitPart {
 // on a fault; then writes each file through the project save.
 bool SplitFile(Workspace& ws, const SplitPart& first, const std::optional<SplitPart>& second = std::nullopt);
 
+// "You can write integer (whole number) from 1 to " n "!": a case bound outside the table.
+std::string CaseBoundRangeMessage(const Workspace& ws);
+
 }  // namespace tarvika

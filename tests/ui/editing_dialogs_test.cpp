@@ -170,6 +170,15 @@ class EditingDialogsTest : public QObject {
     QCOMPARE(QString::fromStdString(user.told.back()), QString("Meg kell adnia a kezdő sorszámot!"));
     QVERIFY(!fs::exists(root_ / "ui_a.msw"));
     split->First().from->setText("2");
+    split->First().to->setText("");
+    QVERIFY(!split->Write(0));
+    QCOMPARE(QString::fromStdString(user.told.back()), QString("Meg kell adnia a záró sorszámot!"));
+    split->First().to->setText("9");
+    QVERIFY(!split->Write(0));
+    QCOMPARE(QString::fromStdString(user.told.back()),
+             QString("Csak 1 és 3 közötti egész számot írhat!\r\nAz aktuális adattáblában 3 sor (eset) van!"));
+    QVERIFY(!fs::exists(root_ / "ui_a.msw"));
+    split->First().to->setText("3");
     QVERIFY(split->Write(0));
     split->Second().file->setText("ui_b");  // a bare name goes to the data folder
     split->Second().variables->setText("kor, nem");
