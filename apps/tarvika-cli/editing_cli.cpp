@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "lang/utf8.h"
 #include "workspace/declarations.h"
 #include "workspace/project_file.h"
 
@@ -20,8 +19,7 @@ std::unique_ptr<Session> OpenForEditing(CliContext& context, const std::string& 
 }
 
 int VariableByName(Workspace& ws, const std::string& name) {
-  for (int v = 1; v <= ws.NumberOfVariables(); ++v)
-    if (EqualIgnoringCase(ws.vars.GetCell(kShortName, v), name)) return v;
+  if (int v = ws.vars.VariableNamed(name)) return v;
   ws.user.Tell(fmt::format("{}{}", ws.Text("Unknown variable: ", "Ismeretlen változó: "), name));
   return 0;
 }

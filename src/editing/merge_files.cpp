@@ -16,12 +16,6 @@
 namespace tarvika {
 namespace {
 
-int FindName(const VariableTable& vars, std::string_view name) {
-  for (int r = 1; r < vars.RowCount(); ++r)
-    if (EqualIgnoringCase(vars.GetCell(kShortName, r), name)) return r;
-  return 0;
-}
-
 void TellDuplicate(const Workspace& ws, std::string_view name) {
   ws.user.Tell(fmt::format("{}{}.", ws.Text("The new variable name duplicates an existing variable name.\r\nChange the new name: ",
                                             "Az új változónév megegyezik egy létező változónévvel.\r\nMódosítsa az új nevet: "),
@@ -93,8 +87,8 @@ std::optional<MergePlan> StartMergePlan(const Workspace& ws, const MergeSource& 
     return std::nullopt;
   }
   if (keyNames.size() == 1 && !keyNames[0].empty()) {
-    plan.key = FindName(ws.vars, keyNames[0]);
-    plan.addedKey = FindName(source.vars, keyNames[0]);
+    plan.key = ws.vars.VariableNamed(keyNames[0]);
+    plan.addedKey = source.vars.VariableNamed(keyNames[0]);
     if (plan.key == 0 || plan.addedKey == 0) {
       ws.user.Tell(ws.Text("Key variables must be with same short name\r\nin working data file and added data file.",
                            "A kulcs változóknak azonos nevet kell viselni\r\naz aktuális és a hozzáadásra kijelölt állományban."));
@@ -108,7 +102,7 @@ std::optional<MergePlan> StartMergePlan(const Workspace& ws, const MergeSource& 
   for (int v = 1; v <= nWorking; ++v) {
     UnitedVariable u{v, 0, std::string(ws.vars.GetCell(kShortName, v))};
     if (mode == MergeMode::AddCases) {
-      int partner = FindName(source.vars, u.name);
+      int partner = source.vars.VariableNamed(u.name);
       if (partner > 0) {
         u.added = partner;
         addedUsed[partner] = true;

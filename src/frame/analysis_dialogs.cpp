@@ -147,12 +147,7 @@ std::string SanitiseVariableName(std::string_view name, std::string_view fallbac
   return std::string(Utf8Prefix(out, kShortNameLength));
 }
 
-bool VariableNameTaken(const Workspace& ws, std::string_view name) {
-  for (int v = 1; v <= ws.NumberOfVariables(); ++v) {
-    if (EqualIgnoringCase(ws.vars.GetCell(kShortName, v), name)) return true;
-  }
-  return false;
-}
+bool VariableNameTaken(const Workspace& ws, std::string_view name) { return ws.vars.VariableNamed(name) != 0; }
 
 std::string UniqueSaveName(const Workspace& ws, std::string_view base) {
   std::string name(base);

@@ -1,6 +1,5 @@
 #include "ui/typed_lists.h"
 
-#include "lang/utf8.h"
 
 namespace tarvika {
 
@@ -19,11 +18,7 @@ std::vector<std::string> SplitTyped(std::string_view text, char separator) {
   return items;
 }
 
-int VariableOfName(const Workspace& ws, std::string_view name) {
-  for (int v = 1; v <= ws.NumberOfVariables(); ++v)
-    if (EqualIgnoringCase(ws.vars.GetCell(kShortName, v), name)) return v;
-  return 0;
-}
+int VariableOfName(const Workspace& ws, std::string_view name) { return ws.vars.VariableNamed(name); }
 
 std::optional<std::vector<int>> TypedVariables(Workspace& ws, std::string_view text) {
   std::vector<int> variables;

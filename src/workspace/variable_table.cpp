@@ -1,5 +1,6 @@
 #include "workspace/variable_table.h"
 
+#include "lang/utf8.h"
 #include "workspace/data_matrix.h"
 
 #include <string>
@@ -33,6 +34,13 @@ int VariableTable::VariableIndex(std::string_view shortName) const {
     if (GetCell(kShortName, r) == shortName) return r;
   }
   return -1;
+}
+
+int VariableTable::VariableNamed(std::string_view name) const {
+  for (int r = 1; r < RowCount(); ++r) {
+    if (EqualIgnoringCase(GetCell(kShortName, r), name)) return r;
+  }
+  return 0;
 }
 
 void VariableTable::WriteTitles(Language lang) {

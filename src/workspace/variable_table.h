@@ -36,6 +36,9 @@ class VariableTable : public StringTable {
  public:
   // Finds the row whose short name equals name exactly (case-sensitive); -1 when none.
   int VariableIndex(std::string_view shortName) const;
+  // The first variable whose short name equals name ignoring case, as a person types it;
+  // 0 when none.
+  int VariableNamed(std::string_view name) const;
 
   // Writes the titles of row 0 in the language, keeping the default variable's cells.
   void WriteTitles(Language lang);
