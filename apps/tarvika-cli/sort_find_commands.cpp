@@ -70,6 +70,10 @@ int FindCommand(CliContext& context, const FindOptionsCli& o) {
     ws.user.Tell(ws.Text("--replace needs --out.", "A --replace mellé --out is kell."));
     return kInputError;
   }
+  if (!o.replace && !o.out.empty()) {  // a find alone changes nothing: there is nothing to write
+    ws.user.Tell(ws.Text("--out needs --replace.", "Az --out mellé --replace is kell."));
+    return kInputError;
+  }
   FindOptions options{o.caseSensitive, o.whole};
   auto hits = FindCells(ws, ActiveTable::DataTabl, o.text, scope, column, 0, options);
   for (const CellHit& hit : hits) std::cout << HitLine(ws, hit) << '\n';

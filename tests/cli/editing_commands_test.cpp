@@ -66,11 +66,15 @@ TEST_F(EditingCliTest, SortAndFindWriteTheirResult) {
   EXPECT_EQ(r.out, "row: 3; column: 2\n1 match found\nCells replaced: 1\n");
   EXPECT_EQ(Rows("f.msw")[2], "3\t0\tce");
 
-  // Errors: an unknown key, a replace without --out; nothing is written.
+  // Errors: an unknown key, a replace without --out, an --out without a replace; nothing
+  // is written.
   r = Cli("--lang en sort '" + p + "' --by nosuch --out '" + Path("x.msw") + "'");
   EXPECT_EQ(r.status, 2);
   EXPECT_NE(r.err.find("Unknown variable: nosuch"), std::string::npos);
   EXPECT_EQ(Cli("--lang en find '" + p + "' a --replace b").status, 2);
+  r = Cli("--lang en find '" + p + "' a --out '" + Path("x.msw") + "'");
+  EXPECT_EQ(r.status, 2);
+  EXPECT_NE(r.err.find("--out needs --replace."), std::string::npos) << r.err;
   EXPECT_FALSE(std::filesystem::exists(Path("x.msw")));
 }
 
