@@ -315,6 +315,7 @@ SpssReadNotes ReadPorFile(Workspace& ws, const std::string& path, ImportTable& t
         }
       }
     }
+    if (cases == kMaxCases && text.Peek() != 'Z') ws.user.Tell(CasesCutMessage(ws, 0));
     table.EnsureColumns(n);
     notes.cases = cases;
   } catch (const Damaged&) {

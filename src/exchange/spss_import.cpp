@@ -56,9 +56,7 @@ int OnMetadata(readstat_metadata_t* metadata, void* ctx) {
   r.declaredCases = cases;
   if (cases > 0) r.table.ReserveRows(std::min(cases, kMaxCases));
   if (cases > kMaxCases) {
-    r.ws.user.Tell(fmt::format(fmt::runtime(r.ws.Text("Number of cases: {0} > {1}. Only the first {1} cases will be loaded.",
-                                                      "Az esetek száma: {0} > {1}. Csak az első {1} esetet (adatsort) olvassuk be.")),
-                               cases, kMaxCases));
+    r.ws.user.Tell(CasesCutMessage(r.ws, cases));
   }
   if (variables > kMaxVariables) {
     r.ws.user.Tell(VariablesCutMessage(r.ws, variables));

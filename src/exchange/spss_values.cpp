@@ -66,6 +66,14 @@ std::string VariablesCutMessage(const Workspace& ws, long long count) {
                      count, kMaxVariables);
 }
 
+std::string CasesCutMessage(const Workspace& ws, long long count) {
+  const std::string cases = count > 0 ? fmt::format("{} > {}", count, kMaxCases)
+                                      : fmt::format("{}{}", ws.Text("more than ", "több mint "), kMaxCases);
+  return fmt::format(fmt::runtime(ws.Text("Number of cases: {0}. Only the first {1} cases will be loaded.",
+                                          "Az esetek száma: {0}. Csak az első {1} esetet (adatsort) olvassuk be.")),
+                     cases, kMaxCases);
+}
+
 DateKind DateKindOf(std::string_view format) {
   if (format.substr(0, 8) == "DATETIME" || format.substr(0, 6) == "YMDHMS") return DateKind::DateTime;
   for (std::string_view prefix : {"DATE", "ADATE", "EDATE", "SDATE", "JDATE"}) {

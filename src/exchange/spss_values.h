@@ -37,6 +37,9 @@ std::string GroupLabels(const std::vector<ValueLabel>& labels, char sep, bool& l
 // "Number of variables: " count " > " the limit ". Only the first " the limit " variables will
 // be loaded." in the session's language.
 std::string VariablesCutMessage(const Workspace& ws, long long count);
+// The same for cases: "Number of cases: " count " > " the limit ". Only the first " ...;
+// a count of 0 (a portable file does not say how many it holds) reads "more than".
+std::string CasesCutMessage(const Workspace& ws, long long count);
 
 // SPSS keeps dates as seconds since the start of the Gregorian calendar (14 October 1582);
 // 1970-01-01 is this many seconds on.
